@@ -1,0 +1,64 @@
+/// Native object behind a userdata.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include <zeph/platform/export.h>
+
+struct LuaObjectAccess;
+struct ObjectSlot;
+struct ScriptState;
+struct lua_State;
+
+namespace zeph::binding {
+
+class Object;
+
+/// Once pushed, the object belongs to its Lua state and ends with "__gc", "__clear" or the state.
+class ZEPH_PLATFORM_API LuaObject {
+ public:
+  virtual const char* GetClass() const;
+  virtual const char* GetClsName() const;
+  virtual const char* GetLuaName() const;
+  virtual ~LuaObject();
+  virtual void SetBuiltinObject(Object* object);
+  virtual Object* GetBuiltinObject();
+  /// Called once the object stands in a userdata.
+  virtual void OnBeforeLuaCreate();
+  /// Called when its userdata goes; ends the object.
+  virtual void OnBeforeLuaRemove();
+  /// Called by "__clear" before the removal.
+  virtual void Recycle();
+  /// False makes every check reject the object while it stays in Lua.
+  virtual bool IsValid() const;
+  virtual std::string AsString() const;
+  /// A copy on the native heap that no state owns yet, or null: what another Lua state is given.
+  virtual LuaObject* Clone() const;
+
+  /// Identity among the objects that are in Lua; 0 while it has none.
+  std::uint32_t object_id = 0;
+
+  /// The state that owns the object; null before it enters Lua.
+  [[nodiscard]] ScriptState* State() const noexcept { return m_state; }
+
+ protected:
+  LuaObject() = default;
+  /// A copy is a new object: it is in no Lua state and has no id.
+  LuaObject(const LuaObject&) noexcept {}
+  LuaObject& operator=(const LuaObject&) noexcept { return *this; }
+
+  /// Destroys the object; frees its memory too unless that is part of a userdata.
+  void End();
+
+ private:
+  friend struct ::LuaObjectAccess;
+
+  ScriptState* m_state = nullptr;
+  ObjectSlot* m_place = nullptr;  ///< head of its userdata, while the state watches the object
+  LuaObject* m_next = nullptr;    ///< list of the objects that the state watches
+  LuaObject* m_previous = nullptr;
+  bool m_inside_userdata = false;
+};
+
+}  // namespace zeph::binding
