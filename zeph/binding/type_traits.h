@@ -1,0 +1,95 @@
+/// How native values cross to and from Lua and to and from Object: the surface for other modules of an engine.
+#pragma once
+
+#include <zeph/binding/builtin_objects.h>
+#include <zeph/binding/dummy_script_object.h>
+#include <zeph/binding/wrapped_script_object.h>
+
+namespace zeph::binding {
+
+/// Defined for the native type of every script class.
+template <typename T>
+struct TypeTraits;
+
+/// Values that live in Lua as plain tables. They cross by copy.
+template <DummyType T>
+struct TypeTraits<T> {
+  using Class = typename ScriptClass<T>::Type;
+
+  /// Is the value at `index` one of the class? With `nullable`, nil and absence pass too.
+  static bool Checking(lua_State* L, int index, bool nullable) { return Class::Checking(L, index, nullable); }
+  /// Pushes a new table; returns 1.
+  static int Boxing(lua_State* L, T* value, bool flag) { return Class::Boxing(L, value, flag); }
+  /// The value of the table at `index`, for which Checking has to hold.
+  static T Unboxing(lua_State* L, int index) { return Class::Unboxing(L, index); }
+  /// Does the Object hold a value of the class?
+  static bool Inspecting(Object* object) { return Object::IsDummyObjectWithName(object, Class::ClsName()); }
+  /// A new Object with a copy of the value. Bind it to an AutoRef.
+  static Object* Packing(T* value) { return Class::Wrapping(value)->GetBuiltinObject(); }
+  /// A copy of the value of the Object, for which Inspecting has to hold.
+  static T Unpacking(Object* object) {
+    return static_cast<Class*>(Object::ToDummyObjectWithName(object, Class::ClsName()))->m_value;
+  }
+  /// Makes the class in the module that is open on `L`. A null name is the class's default name.
+  static void NewMetaClass(lua_State* L, const char* name);
+};
+
+/// Values that live in Lua inside a script object. They cross as pointers to the value in there.
+template <WrappedType T>
+struct TypeTraits<T> {
+  using Class = typename ScriptClass<T>::Type;
+
+  static bool Checking(lua_State* L, int index, bool nullable) {
+    return zplua_isluaobject(L, index, Class::ClsName(), nullable);
+  }
+  /// Pushes a new script object with a copy of the value; returns the count.
+  static int Boxing(lua_State* L, T* value, bool) {
+    Class* object = Class::Wrapping(value);
+    return zplua_pushluaobject(L, object, object->GetClsName());
+  }
+  /// The value inside the script object at `index`, for which Checking has to hold; good while that lives.
+  static T* Unboxing(lua_State* L, int index) {
+    luaL_checkstack(L, 1, Class::ClsName());
+    const int top = lua_gettop(L);
+    LuaObject* object = zplua_objectofclass(L, index, zplua_state(L), kClassSlot<T>);
+    lua_settop(L, top);
+    return object == nullptr ? nullptr : &static_cast<Class*>(object)->m_value;
+  }
+  static bool Inspecting(Object* object) { return Object::IsLuaObjectWithName(object, Class::ClsName()); }
+  /// A new Object that owns a new script object with a copy of the value. Bind it to an AutoRef.
+  static Object* Packing(T* value) { return Class::Wrapping(value)->LeaveToBuiltinObject(); }
+  /// The value inside the script object that the Object stands for; null if it is of another class or gone.
+  static T* Unpacking(Object* object) {
+    LuaObject* script_object = Object::ToLuaObjectWithName(object, Class::ClsName());
+    return script_object == nullptr ? nullptr : &static_cast<Class*>(script_object)->m_value;
+  }
+  static void NewMetaClass(lua_State* L, const char* name);
+
+  /// True once the creator of the type's script objects is registered, at load.
+  static bool auto_reg_creator;
+};
+
+/// Registers the creator of a wrapped type at load and takes it back at unload.
+template <WrappedType T>
+class CreatorRegistration {
+ public:
+  CreatorRegistration()
+      : m_registered(Object::RegisterPolymorphicLuaObjectCreator(
+            typeid(T).hash_code(), [] { return static_cast<LuaObject*>(new typename ScriptClass<T>::Type); })) {}
+  CreatorRegistration(const CreatorRegistration&) = delete;
+  CreatorRegistration& operator=(const CreatorRegistration&) = delete;
+  ~CreatorRegistration() { Object::RegisterPolymorphicLuaObjectCreator(typeid(T).hash_code(), nullptr); }
+
+  [[nodiscard]] bool registered() const noexcept { return m_registered; }
+
+ private:
+  bool m_registered;
+};
+
+template <WrappedType T>
+bool TypeTraits<T>::auto_reg_creator = [] {
+  static const CreatorRegistration<T> registration;
+  return registration.registered();
+}();
+
+}  // namespace zeph::binding
