@@ -1,0 +1,41 @@
+# How everything here is compiled.
+
+set(MATH3D_LUA_VERSION "5.4" CACHE STRING "Version of Lua to build for: 5.3 or 5.4")
+set(MATH3D_SANITIZE "" CACHE STRING "Sanitizers to build with, as for -fsanitize=")
+set(MATH3D_TEST_PREFIX "" CACHE STRING "Put before the names of tests, to tell builds apart")
+option(MATH3D_BUILD_TESTS "Build tests and examples" ${PROJECT_IS_TOP_LEVEL})
+option(MATH3D_WERROR "Treat warnings as errors" OFF)
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
+# -O3 gains nothing over -O2 on the road of a call, and costs size.
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# The same bits from every compiler: no contraction, no value-changing option. Whoever compiles the inline functions of
+# the headers needs the same. Not setting errno for square roots changes no value.
+add_library(math3d_arithmetic INTERFACE)
+target_compile_options(math3d_arithmetic INTERFACE -ffp-contract=off -fno-math-errno)
+
+add_library(math3d_warnings INTERFACE)
+target_compile_options(math3d_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wdouble-promotion -Wold-style-cast
+  -Wcast-qual -Wformat=2 -Wno-format-nonliteral -Wnon-virtual-dtor -Woverloaded-virtual -Wundef
+  $<$<BOOL:${MATH3D_WERROR}>:-Werror>
+  # Calls between the libraries go straight through the global offset table.
+  -fno-plt
+  # A unique symbol would keep the library from ever being unloaded.
+  $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+
+if(MATH3D_SANITIZE)
+  add_compile_options(-fsanitize=${MATH3D_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${MATH3D_SANITIZE})
+endif()

@@ -1,0 +1,10 @@
+/// The families of free functions; each call adds its functions to the open module.
+#pragma once
+
+struct lua_State;
+
+namespace zeph::math3d {
+
+void register_scalar_functions(lua_State* L);
+
+}  // namespace zeph::math3d

@@ -1,0 +1,45 @@
+#include <zeph/math3d.h>
+
+#include <zeph/binding/meta_class.h>
+#include <zeph/functions/register.h>
+#include <zeph/math3d/lua_vector3.h>
+#include <zeph/platform/script_core/lua_engine.h>
+#include <zeph/platform/zpthreading/zpthreading.h>
+
+namespace zeph::math3d {
+
+namespace {
+
+/// Commands of this library that still wait in the queue when it is unloaded must run while its code is there.
+struct UnloadGuard {
+  ~UnloadGuard() { zpthreading::zpThread<0>::Handle->drain(); }
+};
+const UnloadGuard unload_guard;
+
+void set_constant(lua_State* L, const char* name, float value) {
+  lua_pushstring(L, name);
+  lua_pushnumber(L, static_cast<lua_Number>(value));
+  lua_rawset(L, -3);
+}
+
+}  // namespace
+
+int InitLuaMath3d(lua_State* L) {
+  zpthreading::ClaimScriptThread();
+  luaL_checkstack(L, LUA_MINSTACK, "math3d");
+  zplua_initmodule(L, "math3d");
+
+  binding::register_class<_Vector3<float>>(L, "Vector");
+
+  set_constant(L, "PI", kPi);
+  set_constant(L, "HALF_PI", kHalfPi);
+  set_constant(L, "EPSILON", kEpsilon);
+
+  register_scalar_functions(L);
+
+  lua_pushvalue(L, -1);  // stays for the caller when the module is closed
+  zplua_endmodule(L, "math3d");
+  return 1;
+}
+
+}  // namespace zeph::math3d
