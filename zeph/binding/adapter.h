@@ -180,7 +180,7 @@ class Adapter<Keys, kNative, kOrder, R(Ps...)> {
 
   template <std::size_t... kIndices>
   static int Finish(lua_State* L, ScriptState* state, Slots& slots, std::index_sequence<kIndices...> indices) {
-    const auto call = [&slots]() -> R { return kNative(Argument<Ps>::Pass(std::get<kIndices>(slots))...); };
+    const auto call = [&]() -> R { return kNative(Argument<Ps>::Pass(std::get<kIndices>(slots))...); };
     if constexpr (kOwns<Value>) {
       return push_owned(L, call);
     } else if constexpr (std::is_void_v<R>) {

@@ -54,15 +54,6 @@ void register_class(lua_State* L, const char* name) {
   }
 }
 
-template <DummyType T>
-void TypeTraits<T>::NewMetaClass(lua_State* L, const char* name) {
-  register_class<T>(L, name);
-}
-template <WrappedType T>
-void TypeTraits<T>::NewMetaClass(lua_State* L, const char* name) {
-  register_class<T>(L, name);
-}
-
 /// Lets Object::Unboxing make an Object from a table of the class; taken back when the library is unloaded.
 template <DummyType T>
 class UnboxingRegistration {

@@ -83,7 +83,7 @@ template <auto kMember>
 }
 template <auto kMember>
 void set_field(typename MemberPointer<decltype(kMember)>::ClassType& object,
-               const typename MemberPointer<decltype(kMember)>::ValueType& value) {
+               typename MemberPointer<decltype(kMember)>::ValueType value) {
   object.*kMember = value;
 }
 

@@ -11,6 +11,31 @@ namespace zeph::binding {
 template <typename T>
 struct TypeTraits;
 
+/// Makes the class of T in the open module: see meta_class.h.
+template <ScriptType T>
+void register_class(lua_State* L, const char* name);
+
+/// Registers the creator of a wrapped type's script objects at load, and takes it back at unload.
+template <typename T>
+class CreatorRegistration {
+ public:
+  /// True once the creator is registered.
+  static bool Ensure() {
+    static const CreatorRegistration registration;
+    return registration.m_registered;
+  }
+  CreatorRegistration(const CreatorRegistration&) = delete;
+  CreatorRegistration& operator=(const CreatorRegistration&) = delete;
+  ~CreatorRegistration() { Object::RegisterPolymorphicLuaObjectCreator(typeid(T).hash_code(), nullptr); }
+
+ private:
+  CreatorRegistration()
+      : m_registered(Object::RegisterPolymorphicLuaObjectCreator(
+            typeid(T).hash_code(), [] { return static_cast<LuaObject*>(new typename ScriptClass<T>::Type); })) {}
+
+  bool m_registered;
+};
+
 /// Values that live in Lua as plain tables. They cross by copy.
 template <DummyType T>
 struct TypeTraits<T> {
@@ -31,7 +56,7 @@ struct TypeTraits<T> {
     return static_cast<Class*>(Object::ToDummyObjectWithName(object, Class::ClsName()))->m_value;
   }
   /// Makes the class in the module that is open on `L`. A null name is the class's default name.
-  static void NewMetaClass(lua_State* L, const char* name);
+  static void NewMetaClass(lua_State* L, const char* name) { register_class<T>(L, name); }
 };
 
 /// Values that live in Lua inside a script object. They cross as pointers to the value in there.
@@ -63,33 +88,10 @@ struct TypeTraits<T> {
     LuaObject* script_object = Object::ToLuaObjectWithName(object, Class::ClsName());
     return script_object == nullptr ? nullptr : &static_cast<Class*>(script_object)->m_value;
   }
-  static void NewMetaClass(lua_State* L, const char* name);
+  static void NewMetaClass(lua_State* L, const char* name) { register_class<T>(L, name); }
 
   /// True once the creator of the type's script objects is registered, at load.
-  static bool auto_reg_creator;
+  inline static bool auto_reg_creator = CreatorRegistration<T>::Ensure();
 };
-
-/// Registers the creator of a wrapped type at load and takes it back at unload.
-template <WrappedType T>
-class CreatorRegistration {
- public:
-  CreatorRegistration()
-      : m_registered(Object::RegisterPolymorphicLuaObjectCreator(
-            typeid(T).hash_code(), [] { return static_cast<LuaObject*>(new typename ScriptClass<T>::Type); })) {}
-  CreatorRegistration(const CreatorRegistration&) = delete;
-  CreatorRegistration& operator=(const CreatorRegistration&) = delete;
-  ~CreatorRegistration() { Object::RegisterPolymorphicLuaObjectCreator(typeid(T).hash_code(), nullptr); }
-
-  [[nodiscard]] bool registered() const noexcept { return m_registered; }
-
- private:
-  bool m_registered;
-};
-
-template <WrappedType T>
-bool TypeTraits<T>::auto_reg_creator = [] {
-  static const CreatorRegistration<T> registration;
-  return registration.registered();
-}();
 
 }  // namespace zeph::binding
