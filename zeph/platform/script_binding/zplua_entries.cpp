@@ -11,11 +11,11 @@ using namespace zeph::binding;
 
 /// The class of argument 1, a value or the class itself; an error for anything else.
 unsigned self_class(lua_State* L) {
-  lua_settop(L, 1);
   const unsigned slot = slot_of_value_or_class(L, 1, zplua_upvaluestate(L));
   if (slot == kMaxScriptClasses) {
     luaL_error(L, "invalid %s 'self', script class needed.", zplua_typename(L, 1, false));
   }
+  lua_settop(L, 1);
   return slot;
 }
 
@@ -44,7 +44,6 @@ bool push_text(lua_State* L, const LuaObject* object) {
 }  // namespace
 
 int zplua_luaobjecttostr(lua_State* L) {
-  lua_settop(L, 1);
   const ScriptState* state = zplua_upvaluestate(L);
   if (const ObjectSlot* place = object_slot(L, 1, state)) {
     if (place->object == nullptr) {
@@ -54,6 +53,7 @@ int zplua_luaobjecttostr(lua_State* L) {
     return push_text(L, place->object) ? 1 : lua_error(L);
   }
   if (lua_istable(L, 1) && slot_of_value(L, 1, state) < kMaxScriptClasses) {
+    lua_settop(L, 1);
     lua_getmetatable(L, 1);
     lua_pushliteral(L, "__asstring");
     if (lua_rawget(L, 2) == LUA_TNIL) {
@@ -83,7 +83,8 @@ int zplua_luaobjecttype(lua_State* L) {
 }
 
 int zplua_classproperties(lua_State* L) {
-  push_hidden(L, zplua_upvaluestate(L), self_class(L));
+  const unsigned slot = self_class(L);
+  push_hidden(L, zplua_upvaluestate(L), slot);
   lua_rawgeti(L, 2, kSetters);
   lua_createtable(L, 0, 8);
   lua_pushnil(L);
