@@ -24,6 +24,13 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 # the headers needs the same. Not setting errno for square roots changes no value.
 add_library(math3d_arithmetic INTERFACE)
 target_compile_options(math3d_arithmetic INTERFACE -ffp-contract=off -fno-math-errno)
+# GCC 12 fuses sums and differences of products that alternate between vector lanes into one instruction (vfmaddsub) in
+# spite of -ffp-contract=off. Without those instructions it can't; nothing here may use them anyway.
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-mno-fma MATH3D_HAS_NO_FMA)
+if(MATH3D_HAS_NO_FMA)
+  target_compile_options(math3d_arithmetic INTERFACE -mno-fma)
+endif()
 
 add_library(math3d_warnings INTERFACE)
 target_compile_options(math3d_warnings INTERFACE
