@@ -2,6 +2,9 @@
 
 #include <zeph/binding/meta_class.h>
 #include <zeph/functions/register.h>
+#include <zeph/math3d/lua_matrix.h>
+#include <zeph/math3d/lua_matrix33.h>
+#include <zeph/math3d/lua_rotation.h>
 #include <zeph/math3d/lua_vector3.h>
 #include <zeph/platform/script_core/lua_engine.h>
 #include <zeph/platform/zpthreading/zpthreading.h>
@@ -30,12 +33,18 @@ int InitLuaMath3d(lua_State* L) {
   zplua_initmodule(L, "math3d");
 
   binding::register_class<_Vector3<float>>(L, "Vector");
+  binding::register_class<_Rotation<float>>(L, "Rotation");
+  binding::register_class<_Matrix<float>>(L, "Matrix");
+  binding::register_class<Matrix33>(L, "Matrix33");
+  zplua_remodule(L, "Rotation", "Quaternion");
 
   set_constant(L, "PI", kPi);
   set_constant(L, "HALF_PI", kHalfPi);
   set_constant(L, "EPSILON", kEpsilon);
 
   register_scalar_functions(L);
+  register_quaternion_functions(L);
+  register_matrix_functions(L);
 
   lua_pushvalue(L, -1);  // stays for the caller when the module is closed
   zplua_endmodule(L, "math3d");

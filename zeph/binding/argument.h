@@ -203,7 +203,7 @@ template <WrappedType T>
 struct Argument<const T&> : Argument<T> {};
 template <WrappedType T>
 struct Argument<T&> : WrappedArgument<T> {
-  static constexpr const char* kNeeded = PointerText<T>::kText;
+  static constexpr const char* kNeeded = NeededText<T>::kText;
   static T& Pass(T* slot) noexcept { return *slot; }
 };
 template <WrappedType T>

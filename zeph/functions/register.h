@@ -6,5 +6,7 @@ struct lua_State;
 namespace zeph::math3d {
 
 void register_scalar_functions(lua_State* L);
+void register_quaternion_functions(lua_State* L);
+void register_matrix_functions(lua_State* L);
 
 }  // namespace zeph::math3d

@@ -3,6 +3,7 @@
 #include <zeph/binding/meta_class.h>
 #include <zeph/binding/table.h>
 #include <zeph/math3d/float_text.h>
+#include <zeph/math3d/lua_matrix.h>
 
 namespace zeph::math3d {
 
@@ -28,6 +29,7 @@ V plus(const V& a, const V& b) { return a + b; }
 V minus(const V& a, const V& b) { return a - b; }
 V multiply(const V& a, const V& b) { return a * b; }
 V scale(const V& v, float n) { return v * n; }
+V transform(const V& v, const _Matrix<float>& m) { return v * m; }
 V divide(const V& a, const V& b) { return a / b; }
 V divide_by(const V& v, float n) { return v / n; }
 
@@ -65,7 +67,7 @@ using Table = binding::ClassTable<
     Row<"__eq", Method<&equal>>,
     Row<"__add", Method<&plus>>,
     Row<"__sub", Method<&minus>>,
-    Row<"__mul", Overload<Method<&multiply>, Method<&scale>>>,
+    Row<"__mul", Overload<Method<&multiply>, Method<&scale>, Function<&transform>>>,
     Row<"__div", Overload<Method<&divide>, Method<&divide_by>>>,
     Row<"set", Function<&set>>,
     Row<"normalize", Function<&normalize>>,
