@@ -4,6 +4,7 @@ set(MATH3D_LUA_VERSION "5.4" CACHE STRING "Version of Lua to build for: 5.3 or 5
 set(MATH3D_SANITIZE "" CACHE STRING "Sanitizers to build with, as for -fsanitize=")
 set(MATH3D_TEST_PREFIX "" CACHE STRING "Put before the names of tests, to tell builds apart")
 option(MATH3D_BUILD_TESTS "Build tests and examples" ${PROJECT_IS_TOP_LEVEL})
+option(MATH3D_TEST_DETERMINISM "Test that g++ and clang++ give the same bits at every optimisation level" OFF)
 option(MATH3D_WERROR "Treat warnings as errors" OFF)
 
 if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
@@ -24,12 +25,10 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 # the headers needs the same. Not setting errno for square roots changes no value.
 add_library(math3d_arithmetic INTERFACE)
 target_compile_options(math3d_arithmetic INTERFACE -ffp-contract=off -fno-math-errno)
-# GCC 12 fuses sums and differences of products that alternate between vector lanes into one instruction (vfmaddsub) in
-# spite of -ffp-contract=off. Without those instructions it can't; nothing here may use them anyway.
-include(CheckCXXCompilerFlag)
-check_cxx_compiler_flag(-mno-fma MATH3D_HAS_NO_FMA)
-if(MATH3D_HAS_NO_FMA)
-  target_compile_options(math3d_arithmetic INTERFACE -mno-fma)
+# GCC 12 fuses products whose sum and difference alternate between vector lanes into one instruction (vfmaddsub), in
+# spite of -ffp-contract=off. Without the instruction sets that have it, it can't; nothing here may use it anyway.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|i.86")
+  target_compile_options(math3d_arithmetic INTERFACE -mno-fma -mno-fma4 -mno-avx512f)
 endif()
 
 add_library(math3d_warnings INTERFACE)

@@ -1,5 +1,7 @@
-/// Runs one script as the stock interpreter does: for builds that it can't load, those with sanitizers.
+/// SCRIPT [ARGUMENTS]: runs a script as the stock interpreter does, LUA_INIT and `arg` included: for builds that it can't
+/// load, those with sanitizers.
 #include <cstdio>
+#include <cstdlib>
 
 #include <lua.hpp>
 
@@ -11,7 +13,14 @@ int main(int argc, char** argv) {
     return 1;
   };
   lua_pushcfunction(L, traceback);
-  const bool failed = argc < 2 || luaL_loadfile(L, argv[1]) != LUA_OK || lua_pcall(L, 0, 0, 1) != LUA_OK;
+  lua_createtable(L, argc, 0);
+  for (int i = 1; i < argc; ++i) {
+    lua_pushstring(L, argv[i]);
+    lua_rawseti(L, -2, i - 1);
+  }
+  lua_setglobal(L, "arg");
+  const char* init = std::getenv("LUA_INIT");
+  const bool failed = argc < 2 || (init != nullptr && luaL_dostring(L, init) != LUA_OK) || luaL_loadfile(L, argv[1]) != LUA_OK || lua_pcall(L, 0, 0, 1) != LUA_OK;
   if (failed) {
     std::fprintf(stderr, "%s\n", argc < 2 ? "a script is needed" : lua_tostring(L, -1));
   }
