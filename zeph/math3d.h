@@ -1,7 +1,7 @@
 /// The library's one entry. A host calls it once for every Lua state.
 #pragma once
 
-#include <zeph/binding/export.h>
+#include <zeph/export.h>
 
 struct lua_State;
 

@@ -3,6 +3,7 @@
 
 #include <zeph/binding/auto_ref.h>
 #include <zeph/binding/dummy_table.h>
+#include <zeph/export.h>
 #include <zeph/platform/script_binding/dummy_object.h>
 #include <zeph/platform/script_binding/object.h>
 #include <zeph/platform/script_core/lua_engine.h>
@@ -10,7 +11,7 @@
 namespace zeph::binding {
 
 template <typename T>
-class DummyScriptObject : public DummyObject {
+class ZEPH_MATH3D_API DummyScriptObject : public DummyObject {
  public:
   DummyScriptObject() = default;
   DummyScriptObject(const DummyScriptObject&) = default;
@@ -40,7 +41,7 @@ class DummyScriptObject : public DummyObject {
 
 /// What every dummy script class offers, from the description of its native type.
 template <typename Class, typename T>
-class DummyClass : public DummyScriptObject<T> {
+class ZEPH_MATH3D_API DummyClass : public DummyScriptObject<T> {
  public:
   static const char* ClsName() { return ScriptClass<T>::kClsName; }
   static const char* LuaName() { return ScriptClass<T>::kLuaName; }

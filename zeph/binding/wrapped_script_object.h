@@ -8,7 +8,7 @@
 #include <typeinfo>
 
 #include <zeph/binding/auto_ref.h>
-#include <zeph/binding/export.h>
+#include <zeph/export.h>
 #include <zeph/binding/script_class.h>
 #include <zeph/platform/script_binding/custom_boxing.h>
 #include <zeph/platform/script_binding/lua_object.h>
@@ -19,7 +19,7 @@ namespace zeph::binding {
 /// Ids of the objects that are in Lua, of all wrapped classes together. The one released last is given out first.
 class ScriptObjectIdPool {
  public:
-  ZEPH_MATH3D_API static ScriptObjectIdPool& Instance();
+  static ScriptObjectIdPool& Instance();
 
   std::uint32_t Acquire() {
     if (free_ids.empty()) {
@@ -43,7 +43,7 @@ class ScriptObjectIdPool {
 };
 
 template <typename T>
-class WrappedScriptObject : public LuaObject, public CustomBoxing<DefaultBoxing> {
+class ZEPH_MATH3D_API WrappedScriptObject : public LuaObject, public CustomBoxing<DefaultBoxing> {
  public:
   WrappedScriptObject() = default;
   WrappedScriptObject(const WrappedScriptObject&) = default;
@@ -113,7 +113,7 @@ class WrappedScriptObject : public LuaObject, public CustomBoxing<DefaultBoxing>
 
 /// What every wrapped script class offers, from the description of its native type.
 template <typename Class, typename T>
-class WrappedClass : public WrappedScriptObject<T> {
+class ZEPH_MATH3D_API WrappedClass : public WrappedScriptObject<T> {
  public:
   static const char* ClsName() { return ScriptClass<T>::kClsName; }
   static const char* LuaName() { return ScriptClass<T>::kLuaName; }

@@ -136,4 +136,5 @@ void LuaMatrix::set_m33(const Matrix33& value) { put_m33(m_value, value); }
 
 }  // namespace zeph::math3d
 
+template class zeph::binding::WrappedClass<zeph::math3d::LuaMatrix, zeph::math3d::_Matrix<float>>;
 template struct zeph::binding::TypeTraits<zeph::math3d::_Matrix<float>>;

@@ -59,4 +59,5 @@ std::string LuaMatrix33::AsString() const {
 
 }  // namespace zeph::math3d
 
+template class zeph::binding::WrappedClass<zeph::math3d::LuaMatrix33, zeph::math3d::Matrix33>;
 template struct zeph::binding::TypeTraits<zeph::math3d::Matrix33>;

@@ -1,12 +1,12 @@
 /// Script class of a 3x3 matrix.
 #pragma once
 
-#include <zeph/binding/export.h>
+#include <zeph/export.h>
 #include <zeph/binding/type_traits.h>
 #include <zeph/math3d/matrix33.h>
 
 namespace zeph::math3d {
-class LuaMatrix33;
+class ZEPH_MATH3D_API LuaMatrix33;
 }
 
 template <>

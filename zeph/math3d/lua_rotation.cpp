@@ -89,4 +89,5 @@ void LuaRotation::InitializeLuaClass(lua_State* L) {
 
 }  // namespace zeph::math3d
 
+template class zeph::binding::DummyClass<zeph::math3d::LuaRotation, zeph::math3d::_Rotation<float>>;
 template struct zeph::binding::TypeTraits<zeph::math3d::_Rotation<float>>;

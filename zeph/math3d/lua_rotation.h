@@ -1,12 +1,12 @@
 /// Script class of a quaternion.
 #pragma once
 
-#include <zeph/binding/export.h>
+#include <zeph/export.h>
 #include <zeph/binding/type_traits.h>
 #include <zeph/math3d/rotation.h>
 
 namespace zeph::math3d {
-class LuaRotation;
+class ZEPH_MATH3D_API LuaRotation;
 }
 
 template <>

@@ -92,4 +92,5 @@ void LuaVector3::InitializeLuaClass(lua_State* L) {
 
 }  // namespace zeph::math3d
 
+template class zeph::binding::DummyClass<zeph::math3d::LuaVector3, zeph::math3d::_Vector3<float>>;
 template struct zeph::binding::TypeTraits<zeph::math3d::_Vector3<float>>;

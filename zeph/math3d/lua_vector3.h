@@ -1,12 +1,12 @@
 /// Script class of a vector of three floats.
 #pragma once
 
-#include <zeph/binding/export.h>
+#include <zeph/export.h>
 #include <zeph/binding/type_traits.h>
 #include <zeph/math3d/vector3.h>
 
 namespace zeph::math3d {
-class LuaVector3;
+class ZEPH_MATH3D_API LuaVector3;
 }
 
 template <>

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <type_traits>
 
+#include <zeph/export.h>
 #include <zeph/math3d/rotation.h>
 #include <zeph/math3d/vector3.h>
 
@@ -12,7 +13,7 @@ namespace zeph::math3d {
 
 /// Row-major: element (row, column) is elements[4 * row + column]. The default is sixteen zeros, not the identity.
 template <typename Scalar>
-struct _Matrix {
+struct ZEPH_MATH3D_API _Matrix {
   Scalar elements[16]{};
 
   /// Unchecked: both indices lie in 0 to 3.

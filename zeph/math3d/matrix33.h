@@ -4,12 +4,13 @@
 #include <cstddef>
 #include <type_traits>
 
+#include <zeph/export.h>
 #include <zeph/math3d/matrix.h>
 
 namespace zeph::math3d {
 
 /// Row-major: element (row, column) is elements[3 * row + column]. The default is the identity.
-struct Matrix33 {
+struct ZEPH_MATH3D_API Matrix33 {
   float elements[9]{1.0F, 0.0F, 0.0F, 0.0F, 1.0F, 0.0F, 0.0F, 0.0F, 1.0F};
 
   /// Unchecked: both indices lie in 0 to 2.

@@ -5,6 +5,7 @@
 
 #include <type_traits>
 
+#include <zeph/export.h>
 #include <zeph/math3d/sin_cos.h>
 #include <zeph/math3d/vector3.h>
 
@@ -12,7 +13,7 @@ namespace zeph::math3d {
 
 /// The default is four zeros, not the identity.
 template <typename Scalar>
-struct _Rotation {
+struct ZEPH_MATH3D_API _Rotation {
   Scalar x{};
   Scalar y{};
   Scalar z{};

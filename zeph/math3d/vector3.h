@@ -4,12 +4,13 @@
 
 #include <type_traits>
 
+#include <zeph/export.h>
 #include <zeph/math3d/single.h>
 
 namespace zeph::math3d {
 
 template <typename Scalar>
-struct _Vector3 {
+struct ZEPH_MATH3D_API _Vector3 {
   Scalar x{};
   Scalar y{};
   Scalar z{};
