@@ -32,7 +32,8 @@ int log_vector(lua_State* L) {
     return luaL_error(L, "host.log needs a Vector3, not a %s", luaL_typename(L, 1));
   }
   const Vector3 v = Traits::Unboxing(L, 1);
-  std::printf("script says: (%g, %g, %g)\n", static_cast<double>(v.x), static_cast<double>(v.y), static_cast<double>(v.z));
+  std::printf("script says: (%g, %g, %g)\n", static_cast<double>(v.x), static_cast<double>(v.y),
+              static_cast<double>(v.z));
   return 0;
 }
 

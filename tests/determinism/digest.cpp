@@ -1,5 +1,6 @@
 /// Prints a digest of the bits of many results of every native function: a line for each function, so that a
-/// difference between two builds tells where it comes from. Arguments are random and special values; all NaNs count as one.
+/// difference between two builds tells where it comes from. Arguments are random and special values; all NaNs count as
+/// one.
 #include <array>
 #include <bit>
 #include <cstdint>
@@ -91,9 +92,11 @@ class Inputs {
   explicit Inputs(std::uint32_t seed) : m_engine(seed) {}
 
   float number() {
-    static constexpr float special[] = {0.0F, -0.0F, 1.0F, -1.0F, 0.5F, 2.0F, kPi, -kPi, kHalfPi, kTwoPi, kEpsilon, -kEpsilon,
-                                        1e-4F, 0.0001F, 0.99999F, 0.999999F, 0.499999F, 1e20F, -1e20F, 3.4e38F, 1e-20F, 1e-40F,
-                                        8388608.0F, -8388609.0F, 2147483648.0F, 255.0F, kInfinity, -kInfinity, kQuietNan};
+    static constexpr float special[] = {0.0F,          -0.0F,   1.0F,      -1.0F,      0.5F,       2.0F,
+                                        kPi,           -kPi,    kHalfPi,   kTwoPi,     kEpsilon,   -kEpsilon,
+                                        1e-4F,         0.0001F, 0.99999F,  0.999999F,  0.499999F,  1e20F,
+                                        -1e20F,        3.4e38F, 1e-20F,    1e-40F,     8388608.0F, -8388609.0F,
+                                        2147483648.0F, 255.0F,  kInfinity, -kInfinity, kQuietNan};
     const std::uint32_t bits = m_engine();
     switch (m_kind) {
       case 0:
@@ -144,9 +147,7 @@ class Inputs {
   }
   template <typename T>
     requires std::is_class_v<T>
-  void fill(T& value) {
-    fill_floats(value);
-  }
+  void fill(T& value) { fill_floats(value); }
 
  private:
   float unit() { return static_cast<float>(m_engine() >> 8) / 16777216.0F; }
@@ -188,7 +189,6 @@ void sweep(const char* name, Result (*function)(Parameters...)) {
   std::printf("%-36s %016llx\n", name, static_cast<unsigned long long>(digest.value()));
 }
 
-
 }  // namespace
 
 int main() {
@@ -200,23 +200,49 @@ int main() {
   sweep("repeat", &repeat);
   sweep("lerp_angle", &lerp_angle);
   sweep("delta_angle", &delta_angle);
-  sweep("lerp", +[](float a, float b, float t) { return lerp(a, b, t); });
+  sweep(
+      "lerp", +[](float a, float b, float t) { return lerp(a, b, t); });
   sweep("smooth_damp", &smooth_damp);
   sweep("vector3_smooth_damp", &vector3_smooth_damp);
 
-  sweep("V2.arithmetic", +[](V2 a, V2 b, float n) { return std::array{a + b, a - b, a * b, a * n, a / b, a / n}; });
-  sweep("V2.measures", +[](V2 a, V2 b) { return std::array{dot(a, b), length(a), length_squared(a)}; });
-  sweep("V2.tests", +[](V2 a, V2 b) { return std::array{a == b, is_zero(a)}; });
-  sweep("V2.normalized", +[](V2 a, float scale) { return normalized(a, scale); });
-  sweep("V2.lerp", +[](V2 a, V2 b, float t) { return lerp(a, b, t); });
-  sweep("V3.arithmetic", +[](V3 a, V3 b, float n) { return std::array{a + b, a - b, a * b, a * n, a / b, a / n}; });
-  sweep("V3.measures", +[](V3 a, V3 b) { return std::array{dot(a, b), length(a), yaw(a), pitch(a)}; });
-  sweep("V3.tests", +[](V3 a, V3 b) { return std::array{near(a, b), near_zero(a)}; });
-  sweep("V3.products", +[](V3 a, V3 b, float t) { return std::array{cross(a, b), lerp(a, b, t), normalized(a) * t}; });
-  sweep("V3.transform", +[](V3 v, M m) { return v * m; });
-  sweep("V4.arithmetic", +[](V4 a, V4 b, float n) { return std::array{a + b, a - b, a - n, a * b, a * n, a / n}; });
-  sweep("V4.measures", +[](V4 a, V4 b) { return std::array{dot(a, b), length(a)}; });
-  sweep("V4.normalized", +[](V4 a) { return normalized(a); });
+  sweep(
+      "V2.arithmetic", +[](V2 a, V2 b, float n) { return std::array{a + b, a - b, a * b, a * n, a / b, a / n}; });
+  sweep(
+      "V2.measures", +[](V2 a, V2 b) {
+        return std::array{dot(a, b), length(a), length_squared(a)};
+      });
+  sweep(
+      "V2.tests", +[](V2 a, V2 b) {
+        return std::array{a == b, is_zero(a)};
+      });
+  sweep(
+      "V2.normalized", +[](V2 a, float scale) { return normalized(a, scale); });
+  sweep(
+      "V2.lerp", +[](V2 a, V2 b, float t) { return lerp(a, b, t); });
+  sweep(
+      "V3.arithmetic", +[](V3 a, V3 b, float n) { return std::array{a + b, a - b, a * b, a * n, a / b, a / n}; });
+  sweep(
+      "V3.measures", +[](V3 a, V3 b) {
+        return std::array{dot(a, b), length(a), yaw(a), pitch(a)};
+      });
+  sweep(
+      "V3.tests", +[](V3 a, V3 b) {
+        return std::array{near(a, b), near_zero(a)};
+      });
+  sweep(
+      "V3.products", +[](V3 a, V3 b, float t) {
+        return std::array{cross(a, b), lerp(a, b, t), normalized(a) * t};
+      });
+  sweep(
+      "V3.transform", +[](V3 v, M m) { return v * m; });
+  sweep(
+      "V4.arithmetic", +[](V4 a, V4 b, float n) { return std::array{a + b, a - b, a - n, a * b, a * n, a / n}; });
+  sweep(
+      "V4.measures", +[](V4 a, V4 b) {
+        return std::array{dot(a, b), length(a)};
+      });
+  sweep(
+      "V4.normalized", +[](V4 a) { return normalized(a); });
 
   sweep("vector3_abs", &vector3_abs);
   sweep("vector3_min", &vector3_min);
@@ -236,9 +262,16 @@ int main() {
   sweep("vector4_normalize", &vector4_normalize);
   sweep("vector4_transform", &vector4_transform);
 
-  sweep("Q.arithmetic", +[](Q a, Q b, float n) { return std::array{a + b, a - b, a * b, a * n, a / n, normalized(a)}; });
-  sweep("Q.axis_angle", +[](Q q, V3 axis, float a) { return std::array{rotation_from_axis_angle(axis, a), Q{angle(q)}}; });
-  sweep("Q.axes", +[](Q q, V3 v) { return std::array{forward(q), up(q), right(q), rotate(q, v)}; });
+  sweep(
+      "Q.arithmetic", +[](Q a, Q b, float n) { return std::array{a + b, a - b, a * b, a * n, a / n, normalized(a)}; });
+  sweep(
+      "Q.axis_angle", +[](Q q, V3 axis, float a) {
+        return std::array{rotation_from_axis_angle(axis, a), Q{angle(q)}};
+      });
+  sweep(
+      "Q.axes", +[](Q q, V3 v) {
+        return std::array{forward(q), up(q), right(q), rotate(q, v)};
+      });
   sweep("quaternion_multiply", &quaternion_multiply);
   sweep("quaternion_dot", &quaternion_dot);
   sweep("quaternion_lerp", &quaternion_lerp);
@@ -253,22 +286,41 @@ int main() {
   sweep("quaternion_to_euler_zyx", &quaternion_to_euler_zyx);
   sweep("quaternion_to_euler_xyz", &quaternion_to_euler_xyz);
 
-  sweep("M.arithmetic", +[](M a, M b, float n) { return std::array{a + b, a - b, a * b, a * n}; });
+  sweep(
+      "M.arithmetic", +[](M a, M b, float n) {
+        return std::array{a + b, a - b, a * b, a * n};
+      });
   sweep("M.decompose", &decompose);
-  sweep("M.rotation", +[](M m) { return rotation(m); });
-  sweep("M.set_rotation", +[](M& m, const M& r) { set_rotation(m, r); });
-  sweep("M.set_scale", +[](M& m, V3 v) { set_scale(m, v); });
-  sweep("M.angles", +[](M m) { return std::array{yaw(m), pitch(m), roll(m)}; });
-  sweep("M.tests", +[](M m) { return std::array{is_orthogonal(m), has_scale(m), is_mirrored(m)}; });
-  sweep("M.do_rotation", +[](M& m, const M& other) { do_rotation(m, other); });
-  sweep("M.normalize", +[](M& m) { normalize(m); });
-  sweep("M.orthogonalize", +[](M& m) { orthogonalize(m); });
+  sweep(
+      "M.rotation", +[](M m) { return rotation(m); });
+  sweep(
+      "M.set_rotation", +[](M& m, const M& r) { set_rotation(m, r); });
+  sweep(
+      "M.set_scale", +[](M& m, V3 v) { set_scale(m, v); });
+  sweep(
+      "M.angles", +[](M m) {
+        return std::array{yaw(m), pitch(m), roll(m)};
+      });
+  sweep(
+      "M.tests", +[](M m) {
+        return std::array{is_orthogonal(m), has_scale(m), is_mirrored(m)};
+      });
+  sweep(
+      "M.do_rotation", +[](M& m, const M& other) { do_rotation(m, other); });
+  sweep(
+      "M.normalize", +[](M& m) { normalize(m); });
+  sweep(
+      "M.orthogonalize", +[](M& m) { orthogonalize(m); });
   sweep("M.mulvec3x3", &mulvec3x3);
-  sweep("M.make_rotations", +[](float a) { return std::array{make_rotation_x(a), make_rotation_y(a), make_rotation_z(a)}; });
+  sweep(
+      "M.make_rotations", +[](float a) {
+        return std::array{make_rotation_x(a), make_rotation_y(a), make_rotation_z(a)};
+      });
   sweep("M.make_rotation_between", &make_rotation_between);
   sweep("M.make_orient", &make_orient);
   sweep("M.make_reflection", &make_reflection);
-  sweep("M33.multiply", +[](Matrix33 a, Matrix33 b) { return a * b; });
+  sweep(
+      "M33.multiply", +[](Matrix33 a, Matrix33 b) { return a * b; });
   sweep("matrix_inverse", &matrix_inverse);
   sweep("matrix_rotation_quaternion", &matrix_rotation_quaternion);
   sweep("matrix_rotation_axis", &matrix_rotation_axis);
@@ -278,20 +330,38 @@ int main() {
   sweep("matrix_transformation_prs", &matrix_transformation_prs);
 
   sweep("P.through", &plane_through);
-  sweep("P.queries", +[](P p, V3 v) { return std::array{V3{distance(p, v)}, projected(p, v)}; });
-  sweep("P.near", +[](P a, P b) { return near(a, b); });
+  sweep(
+      "P.queries", +[](P p, V3 v) {
+        return std::array{V3{distance(p, v)}, projected(p, v)};
+      });
+  sweep(
+      "P.near", +[](P a, P b) { return near(a, b); });
   sweep("plane_from_points", &plane_from_points);
   sweep("plane_dist_from_point", &plane_dist_from_point);
   sweep("plane_intersect_line", &plane_intersect_line);
   sweep("plane_intersect_plane", &plane_intersect_plane);
   sweep("plane_intersect_planes", &plane_intersect_planes);
-  sweep("RectF", +[](R r, V2 v, float n) { return std::array{rect_at(v, {n, n}), r + v, r * n}; });
-  sweep("Aabb", +[](AABB box) { return std::array{zeph::center(box), zeph::extents(box)}; });
-  sweep("Aabb.corners", +[](AABB box) { return zeph::corners(box); });
+  sweep(
+      "RectF", +[](R r, V2 v, float n) {
+        return std::array{rect_at(v, {n, n}), r + v, r * n};
+      });
+  sweep(
+      "Aabb", +[](AABB box) {
+        return std::array{zeph::center(box), zeph::extents(box)};
+      });
+  sweep(
+      "Aabb.corners", +[](AABB box) { return zeph::corners(box); });
   sweep("aabb_transform", &aabb_transform);
 
-  sweep("Color32", +[](Color32 a, Color32 b, float t) { return std::array{lerp(a, b, t), color32_lerp(a, b, t), color32_blend(a, b), color32_multiply(a, b)}; });
-  sweep("ColorF", +[](ColorF a, ColorF b, float t) { return std::array{a + b, a * t, lerp(a, b, t), clamped(a), color_lerp(a, b, t), color_blend(a, b), color_multiply(a, b)}; });
+  sweep(
+      "Color32", +[](Color32 a, Color32 b, float t) {
+        return std::array{lerp(a, b, t), color32_lerp(a, b, t), color32_blend(a, b), color32_multiply(a, b)};
+      });
+  sweep(
+      "ColorF", +[](ColorF a, ColorF b, float t) {
+        return std::array{
+            a + b, a * t, lerp(a, b, t), clamped(a), color_lerp(a, b, t), color_blend(a, b), color_multiply(a, b)};
+      });
   sweep("color_to_color32", &color_to_color32);
   sweep("color_from_color32", &color_from_color32);
   sweep("color_from_rgba", &color_from_rgba);

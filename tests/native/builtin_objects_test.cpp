@@ -18,7 +18,8 @@ TEST(BuiltinObjects, TextsAreFixedAndLimited) {
   EXPECT_LT(AutoRef<Object>(new Number(1e308))->AsString().size(), 100U);
   const AutoRef<Object> tuple = new Tuple(1);
   char expected[64];
-  std::snprintf(expected, sizeof expected, "Tuple(0x%.12llX)", static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(tuple.get())));
+  std::snprintf(expected, sizeof expected, "Tuple(0x%.12llX)",
+                static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(tuple.get())));
   EXPECT_EQ(tuple->AsString(), expected);
   EXPECT_STREQ(tuple->TypeName(), "binding::Tuple");
 }

@@ -25,7 +25,8 @@ using Matrix = _Matrix<float>;
 
 inline constexpr int kCases = 1000;
 inline constexpr float kNan = kQuietNan;
-inline constexpr Vector kRight{1, 0, 0}, kUp{0, 1, 0}, kForward{0, 0, 1}, kLeft{-1, 0, 0}, kDown{0, -1, 0}, kBack{0, 0, -1};
+inline constexpr Vector kRight{1, 0, 0}, kUp{0, 1, 0}, kForward{0, 0, 1}, kLeft{-1, 0, 0}, kDown{0, -1, 0},
+    kBack{0, 0, -1};
 inline constexpr Matrix kCounting{{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16}};
 
 inline double wide(float value) { return static_cast<double>(value); }

@@ -22,7 +22,9 @@ void set(Probe* self, float number) { self->number = number; }
 void add(Probe& self, const Probe& other) { self.number += other.number; }
 void place_at(Probe* self, const V& place) { self->place = place; }
 void name(Probe* self, const char* text) { self->number = static_cast<float>(std::atof(text)); }
-bool matches(Probe* self, const Probe& other, float tolerance) { return std::fabs(self->number - other.number) <= tolerance; }
+bool matches(Probe* self, const Probe& other, float tolerance) {
+  return std::fabs(self->number - other.number) <= tolerance;
+}
 
 float get_number(const Probe& self) { return self.number; }
 void set_number(Probe& self, float number) { self.number = number; }
@@ -62,8 +64,8 @@ std::optional<V> maybe(const Probe& self) { return self.number > 0 ? std::option
 // Every kind of optional and of integer.
 Listing<1, int, unsigned, int> integers(int a, unsigned b, unsigned char c) { return {{a, b, static_cast<int>(c)}}; }
 float optionals(float a, Nullable<int> b, Nullable<bool> c, const Nullable<V>& d) {
-  return a + (b.has_value ? 10.0F * static_cast<float>(b.value) : 0.0F) + (c.has_value ? (c.value ? 1000.0F : 2000.0F) : 0.0F) +
-         (d.has_value ? d.value.x : 0.0F);
+  return a + (b.has_value ? 10.0F * static_cast<float>(b.value) : 0.0F) +
+         (c.has_value ? (c.value ? 1000.0F : 2000.0F) : 0.0F) + (d.has_value ? d.value.x : 0.0F);
 }
 float nullable_first(const V& a, Nullable<V> b, float c) { return a.x + (b.has_value ? b.value.x : 0.0F) + c; }
 
@@ -75,8 +77,9 @@ void flush_by_engine(const V&, float x) {
   math3d::LuaVector3::FlushToDummyScriptObject(1, &value);
 }
 
+// clang-format off
 using ProbeTable = ClassTable<
-    Probe,  //
+    Probe,
     Row<"new", Overload<Function<&make_empty>, Function<&make_copy>, Function<&make_number>>>,
     Row<"__add", Function<&plus>>,
     Row<"set", Method<&set>>,
@@ -98,13 +101,16 @@ using ProbeTable = ClassTable<
     MemberProperty<"place", &get_place, &set_place>,
     MemberProperty<"double", &get_double>,
     FieldProperty<"field", &Probe::number>>;
+// clang-format on
 
-using ProbeFunctions = FunctionTable<  //
+// clang-format off
+using ProbeFunctions = FunctionTable<
     Row<"integers", Function<&integers>>,
     Row<"optionals", Function<&optionals>>,
     Row<"nullable_first", Function<&nullable_first>>,
     Row<"swap_vectors", Function<&swap_vectors>>,
     Row<"flush_by_engine", Function<&flush_by_engine>>>;
+// clang-format on
 
 }  // namespace
 

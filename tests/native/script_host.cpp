@@ -1,5 +1,5 @@
-/// SCRIPT [ARGUMENTS]: runs a script as the stock interpreter does, LUA_INIT and `arg` included: for builds that it can't
-/// load, those with sanitizers.
+/// SCRIPT [ARGUMENTS]: runs a script as the stock interpreter does, LUA_INIT and `arg` included: for builds that it
+/// can't load, those with sanitizers.
 #include <cstdio>
 #include <cstdlib>
 
@@ -20,7 +20,8 @@ int main(int argc, char** argv) {
   }
   lua_setglobal(L, "arg");
   const char* init = std::getenv("LUA_INIT");
-  const bool failed = argc < 2 || (init != nullptr && luaL_dostring(L, init) != LUA_OK) || luaL_loadfile(L, argv[1]) != LUA_OK || lua_pcall(L, 0, 0, 1) != LUA_OK;
+  const bool failed = argc < 2 || (init != nullptr && luaL_dostring(L, init) != LUA_OK) ||
+                      luaL_loadfile(L, argv[1]) != LUA_OK || lua_pcall(L, 0, 0, 1) != LUA_OK;
   if (failed) {
     std::fprintf(stderr, "%s\n", argc < 2 ? "a script is needed" : lua_tostring(L, -1));
   }

@@ -1,4 +1,5 @@
-/// Lives of Lua states: several, side by side and one after the other, closed with live objects, the entry called twice.
+/// Lives of Lua states: several, side by side and one after the other, closed with live objects, the entry called
+/// twice.
 #include <dlfcn.h>
 
 #include <gtest/gtest.h>

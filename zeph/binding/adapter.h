@@ -1,8 +1,8 @@
 /// From a script call to a native function and back: count, arguments, call, result.
 ///
 /// A native function sees values, never the lua_State, and raises nothing. Its type says what the call needs; it is a
-/// template argument, so that it is inlined into its handler and named in backtraces. No frame here owns anything: a Lua
-/// error may leave it at every Lua call.
+/// template argument, so that it is inlined into its handler and named in backtraces. No frame here owns anything: a
+/// Lua error may leave it at every Lua call.
 #pragma once
 
 #include <functional>
@@ -204,7 +204,8 @@ class Adapter<Keys, kNative, kOrder, R(Ps...)> {
   }
 
   template <std::size_t... kIndices>
-  static void WriteBack([[maybe_unused]] lua_State* L, [[maybe_unused]] Slots& slots, std::index_sequence<kIndices...>) {
+  static void WriteBack([[maybe_unused]] lua_State* L, [[maybe_unused]] Slots& slots,
+                        std::index_sequence<kIndices...>) {
     (WriteBackOne<Ps, static_cast<int>(kIndices)>(L, slots), ...);
   }
   template <typename P, int kIndex>

@@ -153,8 +153,8 @@ struct Argument<T&> {
     T value;
     bool complete;
   };
-  using Items = typename Merge<typename ReadItems<T>::Type,
-                               typename FieldItems<typename ScriptClass<T>::Fields>::Write>::Type;
+  using Items =
+      typename Merge<typename ReadItems<T>::Type, typename FieldItems<typename ScriptClass<T>::Fields>::Write>::Type;
 
   template <typename Keys>
   static bool Take(lua_State* L, const ScriptState* state, int index, Slot& slot) {

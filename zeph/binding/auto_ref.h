@@ -9,8 +9,9 @@
 
 namespace zeph::binding {
 
-/// Holds an object whose class is below EnableAutoRef. The strong count is a plain int: one thread at a time changes the
-/// count of one object. The last reference ends the object on the script thread, at once or through its command queue.
+/// Holds an object whose class is below EnableAutoRef. The strong count is a plain int: one thread at a time changes
+/// the count of one object. The last reference ends the object on the script thread, at once or through its command
+/// queue.
 template <typename T>
 class AutoRef {
  public:
@@ -19,8 +20,7 @@ class AutoRef {
   AutoRef(const AutoRef& other) { Copy(other); }
   AutoRef(AutoRef&& other) noexcept
       : m_object(std::exchange(other.m_object, nullptr)), m_count(std::exchange(other.m_count, nullptr)) {}
-  template <typename U>
-    requires std::is_convertible_v<U*, T*>
+  template <typename U, typename = std::enable_if_t<std::is_convertible_v<U*, T*>>>
   AutoRef(const AutoRef<U>& other) : AutoRef(other.alive() ? static_cast<T*>(other.get()) : nullptr) {}
   ~AutoRef() { Release(); }
 

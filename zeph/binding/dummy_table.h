@@ -55,7 +55,8 @@ inline void push_member(lua_State* L, const T& value) {
 
 template <typename Keys, typename T, typename... Fields>
 inline void store_members(lua_State* L, int table, const T& value, FieldList<Fields...>) {
-  (..., (Keys::template Push<Key<Fields::kKey>>(L), push_member<Keys>(L, value.*Fields::kMember), lua_rawset(L, table)));
+  (...,
+   (Keys::template Push<Key<Fields::kKey>>(L), push_member<Keys>(L, value.*Fields::kMember), lua_rawset(L, table)));
 }
 
 /// Pushes a new table with the value. No metamethod runs: the metatable is set last.

@@ -85,7 +85,8 @@ template <typename Fields>
 struct FieldItems;
 template <typename... Fields>
 struct FieldItems<FieldList<Fields...>> {
-  using Read = typename Merge<ItemList<Key<Fields::kKey>>..., typename ReadItems<typename Fields::Value>::Type...>::Type;
+  using Read =
+      typename Merge<ItemList<Key<Fields::kKey>>..., typename ReadItems<typename Fields::Value>::Type...>::Type;
   using Write =
       typename Merge<ItemList<Key<Fields::kKey>>..., typename WriteItems<typename Fields::Value>::Type...>::Type;
 };
@@ -95,9 +96,8 @@ struct ReadItems<T> {
   using Type = typename FieldItems<typename ScriptClass<T>::Fields>::Read;
 };
 template <DummyType T>
-struct WriteItems<T>
-    : Merge<ItemList<Key<kDummyTypeKey>, ClsNameOf<T>, MetatableOf<T>>,
-            typename FieldItems<typename ScriptClass<T>::Fields>::Write> {};
+struct WriteItems<T> : Merge<ItemList<Key<kDummyTypeKey>, ClsNameOf<T>, MetatableOf<T>>,
+                             typename FieldItems<typename ScriptClass<T>::Fields>::Write> {};
 template <WrappedType T>
 struct WriteItems<T> {
   using Type = ItemList<MetatableOf<T>>;

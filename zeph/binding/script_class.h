@@ -31,7 +31,9 @@ template <typename T>
 struct ScriptClass;
 
 template <typename T>
-concept ScriptType = requires { typename ScriptClass<T>::Type; };
+concept ScriptType = requires {
+  typename ScriptClass<T>::Type;
+};
 template <typename T>
 concept DummyType = ScriptType<T> && ScriptClass<T>::kIsDummyType;
 template <typename T>

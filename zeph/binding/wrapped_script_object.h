@@ -8,8 +8,8 @@
 #include <typeinfo>
 
 #include <zeph/binding/auto_ref.h>
-#include <zeph/export.h>
 #include <zeph/binding/script_class.h>
+#include <zeph/export.h>
 #include <zeph/platform/script_binding/custom_boxing.h>
 #include <zeph/platform/script_binding/lua_object.h>
 #include <zeph/platform/script_binding/object.h>

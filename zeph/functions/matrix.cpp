@@ -14,7 +14,8 @@ using binding::Function;
 using binding::FunctionTable;
 using binding::Row;
 
-using MatrixTable = FunctionTable<  //
+// clang-format off
+using MatrixTable = FunctionTable<
     Row<"matrix_identity", Function<&matrix_identity>>,
     Row<"matrix_inverse", Function<&matrix_inverse>>,
     Row<"matrix_translation", Function<&matrix_translation>>,
@@ -29,6 +30,7 @@ using MatrixTable = FunctionTable<  //
     Row<"matrix_rotation_look", Function<&matrix_rotation_look>>,
     Row<"matrix_ortho_normal_basis", Function<&matrix_ortho_normal_basis>>,
     Row<"matrix_transformation_prs", Function<&matrix_transformation_prs>>>;
+// clang-format on
 
 }  // namespace
 

@@ -20,7 +20,8 @@ Results<_Vector3<float>, float> to_axis_angle(const _Rotation<float>& q) {
   return {{parts.axis, parts.angle}};
 }
 
-using QuaternionTable = FunctionTable<  //
+// clang-format off
+using QuaternionTable = FunctionTable<
     Row<"quaternion_multiply", Function<&quaternion_multiply>>,
     Row<"quaternion_dot", Function<&quaternion_dot>>,
     Row<"quaternion_lerp", Function<&quaternion_lerp>>,
@@ -40,6 +41,7 @@ using QuaternionTable = FunctionTable<  //
     Row<"quaternion_to_rotation_xzy", Function<&quaternion_to_rotation_xzy>>,
     Row<"quaternion_to_euler_zyx", Function<&quaternion_to_euler_zyx>>,
     Row<"quaternion_to_euler_xyz", Function<&quaternion_to_euler_xyz>>>;
+// clang-format on
 
 }  // namespace
 

@@ -9,7 +9,8 @@ using binding::Function;
 using binding::FunctionTable;
 using binding::Row;
 
-using ScalarTable = FunctionTable<  //
+// clang-format off
+using ScalarTable = FunctionTable<
     Row<"radians", Function<&radians>>,
     Row<"degrees", Function<&degrees>>,
     Row<"clamp", Function<&clamp>>,
@@ -17,6 +18,7 @@ using ScalarTable = FunctionTable<  //
     Row<"repeat", Function<&repeat>>,
     Row<"lerp_angle", Function<&lerp_angle>>,
     Row<"delta_angle", Function<&delta_angle>>>;
+// clang-format on
 
 void register_scalar_functions(lua_State* L) { ScalarTable::Register(L); }
 

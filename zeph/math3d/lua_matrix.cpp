@@ -67,8 +67,9 @@ void put_scale(M& m, const V& v) { set_scale(m, v); }
 void put_rotation(M& m, const M& r) { set_rotation(m, r); }
 void put_m33(M& m, const Matrix33& block) { set_m33(m, block); }
 
+// clang-format off
 using Table = binding::ClassTable<
-    M,  //
+    M,
     Row<"new", Overload<Function<&make_copy>, Function<&make>>>,
     Row<"__eq", Method<&equal>>,
     Row<"__add", Function<&plus>>,
@@ -107,6 +108,7 @@ using Table = binding::ClassTable<
     Property<"yaw", &get_yaw>,
     Property<"pitch", &get_pitch>,
     Property<"roll", &get_roll>>;
+// clang-format on
 
 }  // namespace
 
@@ -116,9 +118,9 @@ void LuaMatrix::InitializeLuaClass(lua_State* L) { Table::Register(L); }
 std::string LuaMatrix::AsString() const {
   double e[16];
   std::copy_n(m_value.elements, 16, e);
-  const auto text = print_limited<200>(
-      "Matrix((%f, %f, %f, %f), (%f, %f, %f, %f), (%f, %f, %f, %f), (%f, %f, %f, %f)", e[0], e[1], e[2], e[3], e[4],
-      e[5], e[6], e[7], e[8], e[9], e[10], e[11], e[12], e[13], e[14], e[15]);
+  const auto text =
+      print_limited<200>("Matrix((%f, %f, %f, %f), (%f, %f, %f, %f), (%f, %f, %f, %f), (%f, %f, %f, %f)", e[0], e[1],
+                         e[2], e[3], e[4], e[5], e[6], e[7], e[8], e[9], e[10], e[11], e[12], e[13], e[14], e[15]);
   return {text.text, text.size};
 }
 

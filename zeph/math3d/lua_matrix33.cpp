@@ -21,7 +21,8 @@ bool equal(M* self, const M& other, float tolerance) { return near(*self, other,
 M multiply(const M& a, const M& b) { return a * b; }
 float get(const M& m, int row, int column) { return element(m, row, column); }
 void set(M& m, int row, int column, float value) { set_element(m, row, column, value); }
-void set_all(M* self, float e00, float e01, float e02, float e10, float e11, float e12, float e20, float e21, float e22) {
+void set_all(M* self, float e00, float e01, float e02, float e10, float e11, float e12, float e20, float e21,
+             float e22) {
   *self = {{e00, e01, e02, e10, e11, e12, e20, e21, e22}};
 }
 void set_identity(M* self) { *self = {}; }
@@ -30,8 +31,9 @@ bool has_mirrored_rows(M* self) { return is_mirrored(*self); }
 void mirror_in_place(M* self) { mirror(*self); }
 void transpose_in_place(M* self) { transpose(*self); }
 
+// clang-format off
 using Table = binding::ClassTable<
-    M,  //
+    M,
     Row<"new", Overload<Function<&make_identity>, Function<&make_copy>>>,
     Row<"__eq", Method<&equal>>,
     Row<"__mul", Function<&multiply>>,
@@ -43,6 +45,7 @@ using Table = binding::ClassTable<
     Row<"is_mirrored", Method<&has_mirrored_rows>>,
     Row<"mirror", Method<&mirror_in_place>>,
     Row<"Transpose", Method<&transpose_in_place>>>;
+// clang-format on
 
 }  // namespace
 

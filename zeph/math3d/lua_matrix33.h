@@ -1,8 +1,8 @@
 /// Script class of a 3x3 matrix.
 #pragma once
 
-#include <zeph/export.h>
 #include <zeph/binding/type_traits.h>
+#include <zeph/export.h>
 #include <zeph/math3d/matrix33.h>
 
 namespace zeph::math3d {

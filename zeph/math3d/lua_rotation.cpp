@@ -60,8 +60,9 @@ LimitedText<100> as_string(const Q& q) {
                             static_cast<double>(q.z), static_cast<double>(q.w));
 }
 
+// clang-format off
 using Table = binding::ClassTable<
-    Q,  //
+    Q,
     Row<"new", Overload<Function<&make_zero>, Function<&make_copy>, Function<&make>>>,
     Row<"__asstring", TableText<&as_string, Q>>,
     Row<"__eq", Method<&equal>>,
@@ -79,6 +80,7 @@ using Table = binding::ClassTable<
     Property<"up", &get_up>,
     Property<"forward", &get_forward>,
     Property<"right", &get_right>>;
+// clang-format on
 
 }  // namespace
 

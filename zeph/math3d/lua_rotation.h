@@ -1,8 +1,8 @@
 /// Script class of a quaternion.
 #pragma once
 
-#include <zeph/export.h>
 #include <zeph/binding/type_traits.h>
+#include <zeph/export.h>
 #include <zeph/math3d/rotation.h>
 
 namespace zeph::math3d {

@@ -60,8 +60,9 @@ LimitedText<100> as_string(const V& v) {
                             static_cast<double>(v.z));
 }
 
+// clang-format off
 using Table = binding::ClassTable<
-    V,  //
+    V,
     Row<"new", Overload<Function<&make_zero>, Function<&make_copy>, Function<&make_uniform>, Function<&make>>>,
     Row<"__asstring", TableText<&as_string, V>>,
     Row<"__eq", Method<&equal>>,
@@ -82,6 +83,7 @@ using Table = binding::ClassTable<
     Property<"is_zero", &get_is_zero>,
     Property<"yaw", &get_yaw>,
     Property<"pitch", &get_pitch>>;
+// clang-format on
 
 }  // namespace
 

@@ -37,7 +37,8 @@ inline constexpr _Rotation<float> kIdentityRotation{0.0F, 0.0F, 0.0F, 1.0F};
 }
 /// Hamilton's product: rotating by a * b rotates by b first, then by a.
 /// A negated factor stands for a subtraction here and there, which is the same value: components that alternate between
-/// sums and differences are what GCC 12 contracts into fused operations where the processor has them, even if told not to.
+/// sums and differences are what GCC 12 contracts into fused operations where the processor has them, even if told not
+/// to.
 [[nodiscard]] constexpr _Rotation<float> operator*(const _Rotation<float>& a, const _Rotation<float>& b) noexcept {
   const float minus_x = -a.x;
   return {((b.x * a.w + a.x * b.w) + a.y * b.z) - a.z * b.y, ((b.y * a.w + b.z * minus_x) + a.y * b.w) + a.z * b.x,

@@ -1,7 +1,8 @@
 /// Single-precision ground rules that every native type shares.
 ///
 /// Results are the same bits from every compiler and optimisation level: each operation is one IEEE 754 binary32
-/// operation, in the order written. Compile code that uses these headers with -ffp-contract=off and without -ffast-math.
+/// operation, in the order written. Compile code that uses these headers with -ffp-contract=off and without
+/// -ffast-math.
 #pragma once
 
 #include <cmath>

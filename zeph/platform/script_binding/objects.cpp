@@ -80,7 +80,8 @@ void LuaObject::End() {
 int Object::s_replaced_creators = 0;
 
 Object::~Object() {
-  if (auto* const* lua_object = std::get_if<LuaObject*>(&m_script_object); lua_object != nullptr && m_owns_script_object) {
+  if (auto* const* lua_object = std::get_if<LuaObject*>(&m_script_object);
+      lua_object != nullptr && m_owns_script_object) {
     LuaObject* const owned = *lua_object;
     m_script_object = std::monostate{};
     owned->SetBuiltinObject(nullptr);
@@ -125,7 +126,7 @@ Object* Object::Unboxing(lua_State* L, int index) {
   const char* name = zplua_typename(L, index, true);
   const auto found = unboxing_constructors().find(name);
   return found != unboxing_constructors().end() && zplua_isdummytype(L, index, name, false) ? found->second(L, index)
-                                                                                           : nullptr;
+                                                                                            : nullptr;
 }
 
 bool Object::RegisterPolymorphicLuaObjectCreator(std::size_t type_hash, LuaObjectCreator creator) {

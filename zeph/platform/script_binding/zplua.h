@@ -26,8 +26,8 @@ ZEPH_PLATFORM_API void zplua_remodule(lua_State* L, const char* name, const char
 /// Pushes the table of a class, empty if the class has yet to come.
 ZEPH_PLATFORM_API void zplua_classtable(lua_State* L, const char* cls_name);
 
-/// Adds a function to the open table. It finds the state's ScriptState as its first upvalue and the `upvalues` values on
-/// top of the stack, which are popped, behind it.
+/// Adds a function to the open table. It finds the state's ScriptState as its first upvalue and the `upvalues` values
+/// on top of the stack, which are popped, behind it.
 ZEPH_PLATFORM_API void zplua_function(lua_State* L, const char* name, lua_CFunction function, int upvalues = 0);
 /// Adds a property to the open class; a null setter makes it read-only. A getter finds the object at 1; a setter the
 /// object at 1 and the value at 2. Both run in the frame of the class's access function, so an error has the script's

@@ -76,9 +76,9 @@ int zplua_pushluaobject(lua_State* L, LuaObject* object, const char* cls_name) {
     }
   }
   Push push{state, object, slot};
-  const char* refusal = lua_checkstack(L, LUA_MINSTACK) == 0      ? "stack overflow"
-                        : state->closed                           ? "the Lua state is closing"
-                        : state->metatable[slot] == nullptr       ? "the class is not registered"
+  const char* refusal = lua_checkstack(L, LUA_MINSTACK) == 0               ? "stack overflow"
+                        : state->closed                                    ? "the Lua state is closing"
+                        : state->metatable[slot] == nullptr                ? "the class is not registered"
                         : std::strcmp(object->GetClsName(), cls_name) != 0 ? "the object is of another class"
                                                                            : nullptr;
   if (refusal != nullptr) {
