@@ -2,10 +2,17 @@
 
 #include <zeph/binding/meta_class.h>
 #include <zeph/functions/register.h>
+#include <zeph/math3d/lua_aabb.h>
+#include <zeph/math3d/lua_color.h>
 #include <zeph/math3d/lua_matrix.h>
 #include <zeph/math3d/lua_matrix33.h>
+#include <zeph/math3d/lua_plane.h>
+#include <zeph/math3d/lua_ray.h>
+#include <zeph/math3d/lua_rect.h>
 #include <zeph/math3d/lua_rotation.h>
+#include <zeph/math3d/lua_vector2.h>
 #include <zeph/math3d/lua_vector3.h>
+#include <zeph/math3d/lua_vector4.h>
 #include <zeph/platform/script_core/lua_engine.h>
 #include <zeph/platform/zpthreading/zpthreading.h>
 
@@ -32,10 +39,20 @@ int InitLuaMath3d(lua_State* L) {
   luaL_checkstack(L, LUA_MINSTACK, "math3d");
   zplua_initmodule(L, "math3d");
 
-  binding::register_class<_Vector3<float>>(L, "Vector");
-  binding::register_class<_Rotation<float>>(L, "Rotation");
-  binding::register_class<_Matrix<float>>(L, "Matrix");
-  binding::register_class<Matrix33>(L, "Matrix33");
+  using binding::register_class;
+  register_class<_Point2<float>>(L, "Vector2");
+  register_class<_Vector3<float>>(L, "Vector");
+  register_class<Vector4<float>>(L, "Vector4");
+  register_class<_Rotation<float>>(L, "Rotation");
+  register_class<_Matrix<float>>(L, "Matrix");
+  register_class<Matrix33>(L, "Matrix33");
+  register_class<_Rect<float>>(L, "RectF");
+  register_class<RectOffset>(L, "RectOffset");
+  register_class<Color32>(L, "Color32");
+  register_class<ColorF>(L, "ColorF");
+  register_class<_Plane<float>>(L, "Plane");
+  register_class<Ray>(L, "Ray");
+  register_class<AABB>(L, "Aabb");
   zplua_remodule(L, "Rotation", "Quaternion");
 
   set_constant(L, "PI", kPi);
@@ -43,8 +60,14 @@ int InitLuaMath3d(lua_State* L) {
   set_constant(L, "EPSILON", kEpsilon);
 
   register_scalar_functions(L);
+  register_smooth_damp_functions(L);
+  register_aabb_functions(L);
+  register_vector3_functions(L);
+  register_vector4_functions(L);
   register_quaternion_functions(L);
   register_matrix_functions(L);
+  register_color_functions(L);
+  register_plane_functions(L);
 
   lua_pushvalue(L, -1);  // stays for the caller when the module is closed
   zplua_endmodule(L, "math3d");

@@ -29,7 +29,7 @@ end
 local function differs(actual, expected, bound)
   if type(expected) == "number" and type(actual) == "number" then
     if bound then
-      return not (math.abs(actual - expected) <= bound)
+      return not (math.abs(actual - expected) <= bound or same_number(actual, expected))
     end
     return not same_number(actual, expected)
   elseif type(expected) == "table" and (type(actual) == "table" or type(actual) == "userdata") then
@@ -76,6 +76,44 @@ end
 --- Number of results of a call.
 function harness.count(...)
   return select("#", ...)
+end
+
+--- Each case {name, {arguments}, results ...}: the call gives these results, as eq or near compare them, and leaves its
+--- arguments alone. A case without results expects one nil.
+function harness.calls(owner, cases, bound)
+  for _, case in ipairs(cases) do
+    local name, arguments = case[1], case[2]
+    local before = text(arguments)
+    local results = table.pack(owner[name](table.unpack(arguments, 1, arguments.n or #arguments)))
+    local what = name .. before
+    check(2, results.n ~= math.max(#case - 2, 1), "%s: got %d results", what, results.n)
+    for i = 1, results.n do
+      local expected = case[i + 2]
+      check(2, differs(results[i], expected, bound), "%s: got %s, expected %s", what, text(results[i]), text(expected))
+    end
+    check(2, text(arguments) ~= before, "%s: changed its arguments to %s", what, text(arguments))
+  end
+end
+
+--- No form of an overloaded function takes any of these lists of arguments.
+function harness.fits_none(f, lists)
+  for _, arguments in ipairs(lists) do
+    harness.raises(harness.bad_overload, f, table.unpack(arguments))
+  end
+end
+
+--- Names of methods and of functions of an owner with the count of arguments that each one needs, behind its object or
+--- in all: what stands first in a call is a `needed`, and the two kinds differ in what they test first.
+function harness.orders(owner, needed, object, methods, functions)
+  for name, needed_count in pairs(methods) do
+    harness.raises(("invalid boolean 'self', %s needed"):format(needed), owner[name], false)
+    harness.raises(harness.bad_count(9, needed_count), owner[name], object, 1, 2, 3, 4, 5, 6, 7, 8, 9)
+  end
+  for name, needed_count in pairs(functions) do
+    harness.raises(harness.bad_count(9, needed_count), owner[name], false, 2, 3, 4, 5, 6, 7, 8, 9)
+    local lowest = tonumber(needed_count:match("%d+"))
+    harness.raises(harness.bad_argument("boolean", 1, needed), owner[name], table.unpack({false}, 1, lowest))
+  end
 end
 
 --- The raw fields of a table as a sorted text of names.

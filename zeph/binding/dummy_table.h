@@ -4,6 +4,8 @@
 /// dummy value itself is a table of its own. `Keys` says where keys and metatables come from.
 #pragma once
 
+#include <concepts>
+
 #include <zeph/binding/keys.h>
 
 namespace zeph::binding {
@@ -89,10 +91,11 @@ inline void read_member(lua_State* L, int type, float& member) {
     }
   }
 }
-/// A float is no byte, not even one with an integral value.
-inline void read_member(lua_State* L, int, unsigned char& member) {
+/// Integers keep their low bits. A float is none, not even one with an integral value.
+template <std::integral Integer>
+inline void read_member(lua_State* L, int, Integer& member) {
   if (lua_isinteger(L, -1) != 0) {
-    member = static_cast<unsigned char>(lua_tointegerx(L, -1, nullptr));
+    member = static_cast<Integer>(lua_tointegerx(L, -1, nullptr));
   }
 }
 template <typename Keys, DummyType T>

@@ -1,7 +1,9 @@
 /// Text of floats, six places after the point: what to_string writes and from_string reads.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <concepts>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -21,6 +23,13 @@ LimitedText<kLimit> print_limited(const char* format, Values... values) noexcept
   const int size = std::snprintf(text.text, kLimit, format, values...);
   text.size = size < 0 ? 0 : std::min(static_cast<std::size_t>(size), kLimit - 1);
   return text;
+}
+
+/// Text of a value of a class.
+using ClassText = LimitedText<100>;
+template <std::same_as<float>... Floats>
+ClassText print_floats(const char* format, Floats... values) noexcept {
+  return print_limited<100>(format, static_cast<double>(values)...);
 }
 
 /// The text that printing and reading back leaves unchanged. Values between -0.0001 and 0.0001 count as 0.
