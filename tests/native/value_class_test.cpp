@@ -2,15 +2,19 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <memory>
 #include <numeric>
 
 #include <gtest/gtest.h>
 
 #include <zeph/math3d/lua_aabb.h>
 #include <zeph/math3d/lua_color.h>
+#include <zeph/math3d/lua_matrix.h>
+#include <zeph/math3d/lua_matrix33.h>
 #include <zeph/math3d/lua_plane.h>
 #include <zeph/math3d/lua_ray.h>
 #include <zeph/math3d/lua_rect.h>
+#include <zeph/math3d/lua_rotation.h>
 #include <zeph/math3d/lua_vector2.h>
 #include <zeph/math3d/lua_vector4.h>
 #include <zeph/platform/script_core/lua_engine.h>
@@ -60,8 +64,8 @@ class ValueClass : public testing::Test {
   test::LuaState state;
   lua_State* L = state.L;
 };
-using ValueTypes = testing::Types<_Point2<float>, _Vector3<float>, Vector4<float>, _Rect<float>, RectOffset, Color32,
-                                  ColorF, _Plane<float>, Ray>;
+using ValueTypes = testing::Types<_Point2<float>, _Vector3<float>, Vector4<float>, _Rotation<float>, _Rect<float>,
+                                  RectOffset, Color32, ColorF, _Plane<float>, Ray>;
 TYPED_TEST_SUITE(ValueClass, ValueTypes);
 
 TYPED_TEST(ValueClass, CrossesTheStackAndGoesThroughObject) {
@@ -83,6 +87,8 @@ TYPED_TEST(ValueClass, DefaultsOfMissingFieldsAndDeadReferences) {
   TypeParam dead = missing;
   if constexpr (std::is_same_v<TypeParam, ColorF>) {
     missing = dead = {1.0F, 1.0F, 1.0F, 1.0F};
+  } else if constexpr (std::is_same_v<TypeParam, _Rotation<float>>) {
+    missing = {1.0F, 1.0F, 1.0F, 1.0F};
   } else if constexpr (std::is_same_v<TypeParam, Color32>) {
     dead = from_word(0xFFFFFFFF);
   }
@@ -114,6 +120,51 @@ TYPED_TEST(ValueClass, FlushIsWholeOrNotAtAll) {
   }
   EXPECT_GT(refusals, 1);
   EXPECT_TRUE(same(Class::Unboxing(this->L, 1), counting<TypeParam>()));
+}
+
+template <typename T>
+class WrappedClass : public testing::Test {
+ protected:
+  test::LuaState state;
+  lua_State* L = state.L;
+};
+using WrappedTypes = testing::Types<_Matrix<float>, Matrix33, AABB>;
+TYPED_TEST_SUITE(WrappedClass, WrappedTypes);
+
+TYPED_TEST(WrappedClass, CrossesByPointerAndIsMadeByItsCreator) {
+  using Traits = TypeTraits<TypeParam>;
+  using Class = typename ScriptClass<TypeParam>::Type;
+  TypeParam value = counting<TypeParam>();
+  EXPECT_EQ(Traits::Boxing(this->L, &value, false), 1);
+  EXPECT_TRUE(Traits::Checking(this->L, 1, false));
+  EXPECT_TRUE(same(*Traits::Unboxing(this->L, 1), value));
+  EXPECT_EQ(Traits::Unboxing(this->L, 1), Traits::Unboxing(this->L, 1));
+  const AutoRef<Object> object = Traits::Packing(&value);
+  EXPECT_TRUE(Traits::Inspecting(object.get()) && same(*Traits::Unpacking(object.get()), value));
+  EXPECT_EQ(Object::Boxing(this->L, object, false), 1);
+  EXPECT_EQ(Traits::Unboxing(this->L, 2), Traits::Unpacking(object.get()));
+  const std::unique_ptr<binding::LuaObject> made(
+      Object::CreateSpaceObjectWithPolymorphicTypeid(typeid(TypeParam).hash_code()));
+  ASSERT_NE(made, nullptr);
+  EXPECT_STREQ(made->GetClsName(), Class::ClsName());
+  EXPECT_TRUE(same(static_cast<Class*>(made.get())->m_value, TypeParam{}));
+  EXPECT_TRUE(Traits::auto_reg_creator);
+}
+
+TEST(MatrixClass, MemberOperationsWorkOnTheValue) {
+  LuaMatrix object;
+  EXPECT_TRUE(same(object.m_value, _Matrix<float>{}));
+  object.m_value = matrix_from_rows({2, 0, 0}, {0, 3, 0}, {0, 0, 4});
+  object.set_translation({5, 6, 7});
+  object.set_scale({1, 2, 3});
+  object.set_rotation(matrix_from_rows({0, 9, 0}, {-9, 0, 0}, {0, 0, 9}));
+  EXPECT_TRUE(same(object.m_value, matrix_from_rows({0, 1, 0}, {-2, 0, 0}, {0, 0, 3}, {5, 6, 7})));
+  EXPECT_TRUE(near(object.get_scale(), {1, 2, 3}) && near(object.get_translation(), {5, 6, 7}));
+  EXPECT_TRUE(near(object.get_right(), {0, 1, 0}) && near(object.get_up(), {-2, 0, 0}) &&
+              near(object.get_forward(), {0, 0, 3}));
+  EXPECT_TRUE(near(object.get_rotation(), matrix_from_rows({0, 1, 0}, {-1, 0, 0}, {0, 0, 1}), 1e-6F));
+  object.set_m33(Matrix33{});
+  EXPECT_TRUE(near(object.get_m33(), Matrix33{}, 0.0F) && near(object.get_translation(), {5, 6, 7}));
 }
 
 TEST(RectClass, MemberOperationsWorkOnTheValue) {
