@@ -44,7 +44,7 @@ for _, case in ipairs {
   {263, "263", 7}, {-1, "-1", 255}, {0x280000001, "-2147483647", 1}, {1.0, "0", 0}, {"7", "0", 0}, {nil, "0", 0},
 } do
   odd.r = case[1]
-  eq({tostring(odd), m.color32_to_int(odd)}, {"Color32(" .. case[2] .. ", 255, 255, 255)", case[3] * 65536 + 0xFF00FFFF})
+  eq({tostring(odd), m.color32_to_int(odd)}, {"Color32(" .. case[2] .. ", 255, 255, 255)", case[3] << 16 | 0xFF00FFFF})
 end
 odd:intrp(odd, odd, 0)
 eq(odd, c(0, 255, 255, 255), "a write heals the field")

@@ -226,4 +226,16 @@ eq(tostring(M.new()), "Matrix((1.000000, 0.000000, 0.000000, 0.000000), (0.00000
 eq({#tostring(M.new() * 1e38), #tostring(m3(1e38, 1e38, 1e38, 1e38, 1e38, 1, 1, 1, 1))}, {199, 199})
 eq(M3:getProperties(), {})
 
+-- The standard finalizer has nothing to do; one that a script puts in its place is called.
+local ended, standard = 0, M.__gc
+M.__gc = function(gone) ended = ended + 1 standard(gone) end
+for _ = 1, 5 do M.new() end
+collectgarbage() collectgarbage()
+M.__gc = standard
+eq(ended, 5)
+local gone = M.new()
+gone:__gc() gone:__gc() gone:__clear()
+raises(t.bad_object("userdata", pointer), M.transpose, gone)
+ok(rawget(M, "__gc") == standard)
+
 t.done()

@@ -30,9 +30,9 @@ eq({v(0, -0.0).is_zero, v(1e-30, 0).is_zero, v(0, nan).is_zero}, {true, false, f
 local c = v(3, 4)
 local same = c
 c.note = "kept"
-eq(count(c:normalize()), 0)
-near(same, {x = 0.6, y = 0.8, note = "kept"})
-c:normalize(-2) near(c, {x = -1.2, y = -1.6})
+eq(count(c:normalize(7)), 0)
+eq(same, {x = t.float(3 * t.float(7 / 5)), y = t.float(4 * t.float(7 / 5)), note = "kept"}, "times the one quotient")
+c:normalize(-2) near(c, v(-1.2, -1.6))
 c:normalize(nil) near(c.length, 1)
 eq({count(c:set(0, -0.0)), c}, {0, v(0, -0.0)})
 c:normalize(5) eq(c, v(nan, nan))

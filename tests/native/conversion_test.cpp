@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <zeph/math3d/lua_matrix.h>
 #include <zeph/platform/script_core/lua_engine.h>
 
 #include "lua_state.h"
@@ -170,6 +171,21 @@ TEST_F(ConversionTest, ObjectOfAValueThatAScriptMade) {
   EXPECT_EQ(Object::Boxing(other.L, object, false), 1);
   ProbeTraits::Unboxing(other.L, 1)->number = 9;
   EXPECT_EQ(state.eval("p.number"), "6.0");
+}
+
+TEST_F(ConversionTest, MatrixWithoutFinalizerIsGuardedOnceNativeCodeHasSeenIt) {
+  using MatrixTraits = TypeTraits<math3d::_Matrix<float>>;
+  state.run("m = math3d.Matrix.new(); unseen = math3d.Matrix.new()");
+  lua_getglobal(L, "m");
+  auto* script_object = static_cast<math3d::LuaMatrix*>(zplua_toluaobject(L, 1));
+  EXPECT_NE(script_object->object_id, 0U);
+  EXPECT_EQ(&script_object->m_value, MatrixTraits::Unboxing(L, 1));
+  const AutoRef<Object> object = script_object->GetBuiltinObject();
+  MatrixTraits::Unpacking(object.get())->elements[0] = 5.0F;
+  EXPECT_EQ(state.eval("m:get(0, 0)"), "5.0");
+  lua_settop(L, 0);
+  state.run("m = nil; unseen = nil; collectgarbage(); collectgarbage()");
+  EXPECT_EQ(MatrixTraits::Unpacking(object.get()), nullptr);
 }
 
 TEST_F(ConversionTest, RegisteredCreatorDecidesTheClassOfNewObjects) {

@@ -68,6 +68,12 @@ INSTANTIATE_TEST_SUITE_P(
         // writing back, with and without fields that are missing
         "local c = V.new() c:set(1, 2, 3) c:normalize() c:from_string('7,8,9')", "bare:set(7, 8, 9)",
         "probe.swap_vectors(v, w) probe.swap_vectors(v, w)", "p.place = V.new()", "p:name(3)", "p:name('3')",
+        // values inside values, a property that writes back, lists and results of values
+        "return math3d.Plane.new(v, w), math3d.Ray.new(v, w)", "local r = math3d.RectF.new(1, 2, 3, 4) r.min = r.max",
+        "local r = setmetatable({}, math3d.RectF) r.width = 1", "return math3d.Aabb.new(v, w):get_corners()",
+        "math3d.Plane.new(v, 50):project_point(bare, V.new(7, 8, 9))",
+        "return math3d.vector3_smooth_damp(v, w, v, 1, nil, 0.1)",
+        "return math3d.plane_intersect_plane(math3d.Plane.new(1, 0, 0, 0), math3d.Plane.new(0, 1, 0, 0))",
         // standard entries and raw fields
         "return v:type(), v:mro(), v:getProperties(), P:mro()", "local c = V.new() c.extra = 1",
         "local c = P.new(1) c:__gc() c:__clear() return tostring(c)"));

@@ -109,7 +109,7 @@ class Adapter<Keys, kNative, kOrder, R(Ps...)> {
       return false;
     }
     Slots slots;
-    TakeArguments<0>(views.L, state, top, slots, std::make_index_sequence<sizeof...(Ps)>());
+    ReadArguments(views, state, top, slots, std::make_index_sequence<sizeof...(Ps)>());
     results = Finish(views.L, state, slots, std::make_index_sequence<sizeof...(Ps)>());
     return true;
   }
@@ -138,9 +138,32 @@ class Adapter<Keys, kNative, kOrder, R(Ps...)> {
     Pop<Self>(L, top);
   }
 
-  template <int kFirst = kSelves, std::size_t... kIndices>
-  static void TakeArguments(lua_State* L, ScriptState* state, int top, Slots& slots, std::index_sequence<kIndices...>) {
-    (TakeOne<static_cast<int>(kIndices), kFirst>(L, state, top, slots), ...);
+  /// What the tests of an overload set have accepted.
+  template <std::size_t... kIndices>
+  static void ReadArguments(ArgumentViews& views, ScriptState* state, int top, Slots& slots,
+                            std::index_sequence<kIndices...> indices) {
+    (ReadOne<static_cast<int>(kIndices)>(views, top, slots), ...);
+    CheckObjectsAgain(views.L, state, top, slots, indices);
+  }
+
+  template <int kIndex>
+  static void ReadOne(ArgumentViews& views, int top, Slots& slots) {
+    using P = ArgumentAt<kIndex>;
+    P::template Read<Keys>(views, kIndex + 1, std::get<kIndex>(slots));
+    Pop<P>(views.L, top);
+  }
+
+  template <std::size_t... kIndices>
+  static void TakeArguments(lua_State* L, ScriptState* state, int top, Slots& slots,
+                            std::index_sequence<kIndices...> indices) {
+    (TakeOne<static_cast<int>(kIndices), kSelves>(L, state, top, slots), ...);
+    CheckObjectsAgain(L, state, top, slots, indices);
+  }
+
+  template <std::size_t... kIndices>
+  static void CheckObjectsAgain([[maybe_unused]] lua_State* L, [[maybe_unused]] ScriptState* state,
+                                [[maybe_unused]] int top, [[maybe_unused]] Slots& slots,
+                                std::index_sequence<kIndices...>) {
     if constexpr ((kIsText<Ps> || ...) && (kIsWrapped<Ps> || ...)) {
       // Reading a number as text may collect garbage, and a finalizer may end an object that was read before it.
       (TakeAgain<static_cast<int>(kIndices)>(L, state, top, slots), ...);

@@ -31,6 +31,13 @@ class ArgumentViews {
     }
     return m_metatables[index - 1];
   }
+  /// The live object of a class, null if the argument is none.
+  LuaObject* object(int index, unsigned slot) noexcept {
+    m_objects[index - 1] = zplua_objectofclass(L, index, state, slot);
+    return m_objects[index - 1];
+  }
+  /// The object that the last test of the argument found.
+  LuaObject* found(int index) const noexcept { return m_objects[index - 1]; }
 
   lua_State* const L;
   const ScriptState* const state;
@@ -41,6 +48,7 @@ class ArgumentViews {
   int m_types[kMost] = {kUnknown, kUnknown, kUnknown, kUnknown, kUnknown, kUnknown, kUnknown, kUnknown};
   bool m_seen[kMost] = {};
   const void* m_metatables[kMost] = {};
+  LuaObject* m_objects[kMost] = {};
 };
 
 /// By parameter type:
@@ -52,6 +60,7 @@ class ArgumentViews {
 ///     Items                keys that the read takes
 ///     Take<Keys>           test and read at once; false if the test fails
 ///     Accepts              the test alone, on what is known of the argument
+///     Read<Keys>           the read alone, of an argument that was accepted
 ///     Pass                 the slot as the parameter
 ///
 /// A slot is trivially destructible: a Lua error leaves the frame that holds it without running destructors.
@@ -60,6 +69,10 @@ struct Argument;
 
 template <typename P>
 struct PlainArgument {
+  template <typename Keys>
+  static void Read(ArgumentViews& views, int index, P& slot) {
+    Argument<P>::template Take<Keys>(views.L, views.state, index, slot);
+  }
   static constexpr const char* kNeeded = NeededText<P>::kText;
   static constexpr int kSlots = 0;
   static constexpr bool kOptional = false;
@@ -134,6 +147,11 @@ struct Argument<T> {
     read_table<Keys>(L, state, index, slot);
     return true;
   }
+  template <typename Keys>
+  static void Read(ArgumentViews& views, int index, T& slot) {
+    slot = ScriptClass<T>::kMissing;
+    read_table<Keys>(views.L, views.state, index, slot);
+  }
   static bool Accepts(ArgumentViews& views, int index) {
     return views.type(index) == LUA_TTABLE && views.metatable(index) != nullptr &&
            views.metatable(index) == views.state->metatable[kClassSlot<T>];
@@ -165,6 +183,12 @@ struct Argument<T&> {
     slot.complete = read_table<Keys>(L, state, index, slot.value);
     return true;
   }
+  static bool Accepts(ArgumentViews& views, int index) { return Argument<T>::Accepts(views, index); }
+  template <typename Keys>
+  static void Read(ArgumentViews& views, int index, Slot& slot) {
+    slot.value = ScriptClass<T>::kMissing;
+    slot.complete = read_table<Keys>(views.L, views.state, index, slot.value);
+  }
   static T& Pass(Slot& slot) noexcept { return slot.value; }
   template <typename Keys>
   static void WriteBack(lua_State* L, int index, const Slot& slot) {
@@ -190,8 +214,11 @@ struct WrappedArgument {
     return true;
   }
   static bool Accepts(ArgumentViews& views, int index) {
-    return views.type(index) == LUA_TUSERDATA &&
-           zplua_objectofclass(views.L, index, views.state, kClassSlot<T>) != nullptr;
+    return views.type(index) == LUA_TUSERDATA && views.object(index, kClassSlot<T>) != nullptr;
+  }
+  template <typename Keys>
+  static void Read(ArgumentViews& views, int index, Slot& slot) {
+    slot = &static_cast<typename ScriptClass<T>::Type*>(views.found(index))->m_value;
   }
 };
 template <WrappedType T>
@@ -242,6 +269,14 @@ struct Argument<Nullable<T>> {
   }
   static bool Accepts(ArgumentViews& views, int index) {
     return views.type(index) <= LUA_TNIL || Argument<T>::Accepts(views, index);
+  }
+  template <typename Keys>
+  static void Read(ArgumentViews& views, int index, Slot& slot) {
+    slot = {};
+    if (views.type(index) > LUA_TNIL) {
+      slot.has_value = true;
+      Argument<T>::template Read<Keys>(views, index, slot.value);
+    }
   }
   static const Slot& Pass(Slot& slot) noexcept { return slot; }
 };

@@ -105,7 +105,7 @@ struct Result<T> {
 /// A new script object around the value. It is built inside its userdata, unless a creator of another module decides.
 template <WrappedType T>
 struct Result<T> {
-  static constexpr int kSlots = 2;
+  static constexpr int kSlots = 5;
   using Items = typename WriteItems<T>::Type;
   template <typename Keys>
   static int Push(lua_State* L, ScriptState* state, const T& value) {
@@ -120,8 +120,13 @@ struct Result<T> {
     object->m_value = value;
     LuaObjectAccess::MarkInsideUserdata(object);
     Keys::template PushMetatable<T>(L);
-    lua_setmetatable(L, -2);
-    LuaObjectAccess::Enter(state, place, kClassSlot<T>, object);
+    if constexpr (kOwnsNothing<T>) {
+      zplua_setplainmetatable(L, lua_gettop(L) - 1, Keys::template Index<Key<kCollectKey>>(), zplua_collectluaobject);
+      LuaObjectAccess::EnterUnseen(state, place, kClassSlot<T>, object);
+    } else {
+      lua_setmetatable(L, -2);
+      LuaObjectAccess::Enter(state, place, kClassSlot<T>, object);
+    }
     return 1;
   }
 };

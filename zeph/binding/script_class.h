@@ -39,6 +39,18 @@ concept DummyType = ScriptType<T> && ScriptClass<T>::kIsDummyType;
 template <typename T>
 concept WrappedType = ScriptType<T> && !ScriptClass<T>::kIsDummyType;
 
+/// A wrapped type may also say
+///
+///     static constexpr bool kOwnsNothing = true;
+///
+/// of its script class: an object that native code has not looked at has nothing to give back when it goes, so results
+/// of calls need no finalizer.
+template <typename T>
+inline constexpr bool kOwnsNothing = false;
+template <WrappedType T>
+  requires(ScriptClass<T>::kOwnsNothing)
+inline constexpr bool kOwnsNothing<T> = true;
+
 template <typename Member>
 struct MemberPointer;
 template <typename T, typename Value>

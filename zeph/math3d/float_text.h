@@ -25,8 +25,9 @@ LimitedText<kLimit> print_limited(const char* format, Values... values) noexcept
   return text;
 }
 
-/// Text of a value of a class.
+/// What tostring gives for a value of a class: 99 characters at most.
 using ClassText = LimitedText<100>;
+/// print_limited for a ClassText of floats alone.
 template <std::same_as<float>... Floats>
 ClassText print_floats(const char* format, Floats... values) noexcept {
   return print_limited<100>(format, static_cast<double>(values)...);

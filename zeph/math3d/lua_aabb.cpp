@@ -10,6 +10,7 @@ namespace {
 
 using binding::FieldProperty;
 using binding::Function;
+using binding::Listing;
 using binding::Overload;
 using binding::Property;
 using binding::Row;
@@ -21,9 +22,8 @@ bool equal(const AABB& a, const AABB& b) { return near(a, b); }
 
 /// Keys 0 to 7.
 auto get_corners(const AABB& box) {
-  return std::apply(
-      [](const auto&... corner) { return binding::Listing<0, std::decay_t<decltype(corner)>...>{{corner...}}; },
-      corners(box));
+  const auto list = [](const auto&... corner) { return Listing<0, std::decay_t<decltype(corner)>...>{{corner...}}; };
+  return std::apply(list, corners(box));
 }
 
 // clang-format off

@@ -14,6 +14,7 @@ template <>
 struct zeph::binding::ScriptClass<zeph::AABB> {
   using Type = math3d::LuaAABB;
   static constexpr bool kIsDummyType = false;
+  static constexpr bool kOwnsNothing = true;
   static constexpr char kNativeName[] = "struct zeph::AABB";
   static constexpr char kClsName[] = "class zeph::math3d::LuaAABB";
   static constexpr char kLuaName[] = "Aabb";

@@ -10,7 +10,7 @@ class ZEPH_MATH3D_API LuaColor32;
 class ZEPH_MATH3D_API LuaColorF;
 }  // namespace zeph::math3d
 
-/// A table holds the channels as integers. The native default, opaque white, is not what a missing channel counts as.
+/// A channel that is missing or no integer counts as 0, not as the native default of 255.
 template <>
 struct zeph::binding::ScriptClass<zeph::math3d::Color32> {
   using T = math3d::Color32;

@@ -13,6 +13,7 @@ template <>
 struct zeph::binding::ScriptClass<zeph::math3d::_Matrix<float>> {
   using Type = math3d::LuaMatrix;
   static constexpr bool kIsDummyType = false;
+  static constexpr bool kOwnsNothing = true;
   static constexpr char kNativeName[] = "struct zeph::math3d::_Matrix<float>";
   static constexpr char kClsName[] = "class zeph::math3d::LuaMatrix";
   static constexpr char kLuaName[] = "Matrix";

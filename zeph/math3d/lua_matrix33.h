@@ -13,6 +13,7 @@ template <>
 struct zeph::binding::ScriptClass<zeph::math3d::Matrix33> {
   using Type = math3d::LuaMatrix33;
   static constexpr bool kIsDummyType = false;
+  static constexpr bool kOwnsNothing = true;
   static constexpr char kNativeName[] = "struct zeph::math3d::Matrix33";
   static constexpr char kClsName[] = "class zeph::math3d::LuaMatrix33";
   static constexpr char kLuaName[] = "Matrix33";

@@ -27,7 +27,7 @@ ClassText as_string(const Ray& ray) {
 
 // clang-format off
 using Table = binding::ClassTable<
-    Ray,                          
+    Ray,
     Row<"new", Overload<Function<&make_zero>, Function<&make_copy>, Function<&make>>>,
     Row<"__asstring", TableText<&as_string, Ray>>>;
 // clang-format on

@@ -58,7 +58,7 @@ class ZEPH_MATH3D_API LuaRectF final : public binding::DummyClass<LuaRectF, _Rec
   void set_height(float height);
 };
 
-/// No way leads from a table of this class to an Object: the platform is not told its unboxing constructor.
+/// It registers no unboxing constructor: Object::Unboxing makes nothing of its tables.
 class ZEPH_MATH3D_API LuaRectOffset final : public binding::DummyClass<LuaRectOffset, RectOffset> {
  public:
   static void InitializeLuaClass(lua_State* L);

@@ -24,7 +24,7 @@ class ZEPH_PLATFORM_API LuaObject {
   virtual ~LuaObject();
   virtual void SetBuiltinObject(Object* object);
   virtual Object* GetBuiltinObject();
-  /// Called once the object stands in a userdata.
+  /// Called once the object stands in a userdata; for one that owns nothing, when native code first looks at it.
   virtual void OnBeforeLuaCreate();
   /// Called when its userdata goes; ends the object.
   virtual void OnBeforeLuaRemove();
@@ -59,6 +59,7 @@ class ZEPH_PLATFORM_API LuaObject {
   LuaObject* m_next = nullptr;    ///< list of the objects that the state watches
   LuaObject* m_previous = nullptr;
   bool m_inside_userdata = false;
+  bool m_unseen = false;  ///< in Lua without finalizer, and OnBeforeLuaCreate still to be called
 };
 
 }  // namespace zeph::binding

@@ -62,10 +62,21 @@ inline zeph::binding::LuaObject* zplua_objectofclass(lua_State* L, int index, co
 struct LuaObjectAccess {
   /// The object of a fresh userdata enters Lua. `place` is the userdata's head.
   static void Enter(ScriptState* state, ObjectSlot* place, unsigned slot, zeph::binding::LuaObject* object) {
+    EnterUnseen(state, place, slot, object);
+    See(object);
+  }
+  /// The same for an object that owns nothing as long as native code does not look at it: it may go without a word.
+  static void EnterUnseen(ScriptState* state, ObjectSlot* place, unsigned slot, zeph::binding::LuaObject* object) {
     object->m_state = state;
+    object->m_unseen = true;
     place->tag = &state->metatable[slot];
     place->object = object;
-    object->OnBeforeLuaCreate();
+  }
+  static void See(zeph::binding::LuaObject* object) {
+    if (object->m_unseen) {
+      object->m_unseen = false;
+      object->OnBeforeLuaCreate();
+    }
   }
   static void MarkInsideUserdata(zeph::binding::LuaObject* object) noexcept { object->m_inside_userdata = true; }
   static bool IsWatched(const zeph::binding::LuaObject* object) noexcept { return object->m_place != nullptr; }
@@ -82,4 +93,28 @@ inline ObjectSlot* zplua_newobjectspace(lua_State* L, std::size_t size) {
   place->tag = nullptr;
   place->object = nullptr;
   return place;
+}
+
+/// Sets the metatable on top of the stack, of a wrapped class, for the userdata below it, and pops it: without the
+/// finalizer if `key` ("__gc") holds the standard entry, which has nothing to do for an object that owns nothing. A
+/// finalizer costs a call and a second collection cycle; what a script has put there instead is called as ever.
+inline void zplua_setplainmetatable(lua_State* L, int userdata, int key, lua_CFunction collect) {
+  const int metatable = userdata + 1;
+  lua_pushvalue(L, key);
+  lua_rawget(L, metatable);
+  const bool standard = lua_tocfunction(L, -1) == collect;
+  if (standard) {
+    lua_pushvalue(L, key);
+    lua_pushnil(L);
+    lua_rawset(L, metatable);
+  }
+  lua_pushvalue(L, metatable);
+  lua_setmetatable(L, userdata);
+  if (standard) {
+    // The entry's place in the table is still there: this allocates nothing and can't fail.
+    lua_pushvalue(L, key);
+    lua_pushvalue(L, metatable + 1);
+    lua_rawset(L, metatable);
+  }
+  lua_settop(L, userdata);
 }

@@ -105,6 +105,7 @@ LuaObject* zplua_toluaobject(lua_State* L, int index) {
   }
   if (!LuaObjectAccess::IsWatched(place->object)) {
     watch(L, lua_absindex(L, index), state, place, place->object);
+    LuaObjectAccess::See(place->object);
   }
   return place->object;
 }
