@@ -34,7 +34,10 @@ float get_double(const Probe& self) { return self.number * 2; }
 Probe get_twin(const Probe& self) { return self; }
 
 // Every kind of result.
-AutoRef<Str> text(const Probe& self) { return new Str(std::string(static_cast<std::size_t>(self.number), 'x')); }
+AutoRef<Str> text(const Probe& self) {
+  const float size = self.number > 0.0F && self.number < 1e4F ? self.number : 0.0F;
+  return new Str(std::string(static_cast<std::size_t>(size), 'x'));
+}
 AutoRef<Table> table(const Probe& self) {
   auto* result = new Table;
   const AutoRef<Table> keep = result;

@@ -1,6 +1,7 @@
 #include <zeph/platform/script_binding/script_state.h>
 
 #include <array>
+#include <cstdint>
 #include <cstring>
 #include <mutex>
 #include <new>
@@ -112,13 +113,10 @@ ObjectSlot* object_slot(lua_State* L, int index, const ScriptState* state) {
   if (place == nullptr || lua_rawlen(L, index) < kObjectSlotSize) {
     return nullptr;
   }
-  const auto* tag = static_cast<const void* const*>(place->tag);
-  for (unsigned slot = 0; slot < kMaxScriptClasses; ++slot) {
-    if (tag == &state->metatable[slot]) {
-      return place;
-    }
-  }
-  return nullptr;
+  // The tag is the address of a place in the table of metatables.
+  const auto tag = reinterpret_cast<std::uintptr_t>(place->tag);
+  const auto first = reinterpret_cast<std::uintptr_t>(&state->metatable[0]);
+  return tag >= first && tag < first + sizeof state->metatable ? place : nullptr;
 }
 
 void push_hidden(lua_State* L, const ScriptState* state, unsigned slot) {
