@@ -105,10 +105,7 @@ class ZEPH_MATH3D_API WrappedScriptObject : public LuaObject, public CustomBoxin
   }
 
   T m_value{};
-  AutoRef<Object> builtin_object;
-
- private:
-  bool m_kept_by_object = false;  ///< builtin_object owns this object and is not counted by it
+  AutoRef<Object> builtin_object;  ///< while it owns this object, a reference that is not counted
 };
 
 /// What every wrapped script class offers, from the description of its native type.

@@ -7,8 +7,8 @@
 #include <zeph/platform/export.h>
 
 struct LuaObjectAccess;
-struct ObjectSlot;
 struct ScriptState;
+struct WatchRecord;
 struct lua_State;
 
 namespace zeph::binding {
@@ -36,11 +36,8 @@ class ZEPH_PLATFORM_API LuaObject {
   /// A copy on the native heap that no state owns yet, or null: what another Lua state is given.
   virtual LuaObject* Clone() const;
 
-  /// Identity among the objects that are in Lua; 0 while it has none.
-  std::uint32_t object_id = 0;
-
-  /// The state that owns the object; null before it enters Lua.
-  [[nodiscard]] ScriptState* State() const noexcept { return m_state; }
+  /// The state that watches over the object; null before it enters Lua, and for one that native code has not looked at.
+  [[nodiscard]] ScriptState* State() const noexcept;
 
  protected:
   LuaObject() = default;
@@ -51,15 +48,21 @@ class ZEPH_PLATFORM_API LuaObject {
   /// Destroys the object; frees its memory too unless that is part of a userdata.
   void End();
 
+  /// For the class below: its Object owns this object. Here since it takes no room here.
+  bool m_kept_by_object = false;
+
  private:
   friend struct ::LuaObjectAccess;
 
-  ScriptState* m_state = nullptr;
-  ObjectSlot* m_place = nullptr;  ///< head of its userdata, while the state watches the object
-  LuaObject* m_next = nullptr;    ///< list of the objects that the state watches
-  LuaObject* m_previous = nullptr;
   bool m_inside_userdata = false;
   bool m_unseen = false;  ///< in Lua without finalizer, and OnBeforeLuaCreate still to be called
+
+ public:
+  /// Identity among the objects that are in Lua; 0 while it has none.
+  std::uint32_t object_id = 0;
+
+ private:
+  WatchRecord* m_watch = nullptr;  ///< in Lua's memory, while the state watches the object
 };
 
 }  // namespace zeph::binding

@@ -53,11 +53,12 @@ const char* LuaObject::GetClass() const { return ""; }
 const char* LuaObject::GetClsName() const { return ""; }
 const char* LuaObject::GetLuaName() const { return ""; }
 LuaObject::~LuaObject() {
-  if (m_place != nullptr) {
-    m_place->object = nullptr;
+  if (m_watch != nullptr) {
+    m_watch->place->object = nullptr;
     LuaObjectAccess::Unwatch(this);
   }
 }
+ScriptState* LuaObject::State() const noexcept { return m_watch == nullptr ? nullptr : m_watch->state; }
 void LuaObject::SetBuiltinObject(Object*) {}
 Object* LuaObject::GetBuiltinObject() { return nullptr; }
 void LuaObject::OnBeforeLuaCreate() {}

@@ -45,9 +45,9 @@ int close_state(lua_State* L) {
 }
 
 int end_guardian(lua_State* L) {
-  auto* guardian = static_cast<Guardian*>(lua_touserdata(L, 1));
-  if (ObjectSlot* place = std::exchange(guardian->place, nullptr)) {
-    LuaObjectAccess::Remove(place);
+  const auto* record = static_cast<WatchRecord*>(lua_touserdata(L, 1));
+  if (record->place != nullptr) {
+    LuaObjectAccess::Remove(record->place);
   }
   return 0;
 }
@@ -130,27 +130,23 @@ void push_guardians(lua_State* L) { lua_rawgetp(L, LUA_REGISTRYINDEX, &guardians
 
 }  // namespace zeph::binding
 
-void LuaObjectAccess::Watch(ScriptState* state, ObjectSlot* place, zeph::binding::LuaObject* object) noexcept {
-  object->m_place = place;
-  object->m_next = state->watched;
-  if (object->m_next != nullptr) {
-    object->m_next->m_previous = object;
+void LuaObjectAccess::Watch(WatchRecord* record, ScriptState* state, ObjectSlot* place,
+                            zeph::binding::LuaObject* object) noexcept {
+  *record = {state, place, state->watched, nullptr};
+  if (record->next != nullptr) {
+    record->next->previous = record;
   }
-  state->watched = object;
+  state->watched = record;
+  object->m_watch = record;
 }
 
 void LuaObjectAccess::Unwatch(zeph::binding::LuaObject* object) noexcept {
-  if (object->m_next != nullptr) {
-    object->m_next->m_previous = object->m_previous;
+  WatchRecord* record = std::exchange(object->m_watch, nullptr);
+  if (record->next != nullptr) {
+    record->next->previous = record->previous;
   }
-  if (object->m_previous != nullptr) {
-    object->m_previous->m_next = object->m_next;
-  } else {
-    object->m_state->watched = object->m_next;
-  }
-  object->m_place = nullptr;
-  object->m_next = nullptr;
-  object->m_previous = nullptr;
+  (record->previous != nullptr ? record->previous->next : record->state->watched) = record->next;
+  record->place = nullptr;
 }
 
 void LuaObjectAccess::Remove(ObjectSlot* place) {
@@ -158,14 +154,13 @@ void LuaObjectAccess::Remove(ObjectSlot* place) {
     if (IsWatched(object)) {
       Unwatch(object);
     }
-    object->m_state = nullptr;
     object->OnBeforeLuaRemove();
   }
 }
 
 void LuaObjectAccess::RemoveWatched(ScriptState* state) {
   while (state->watched != nullptr) {
-    Remove(state->watched->m_place);
+    Remove(state->watched->place);
   }
 }
 

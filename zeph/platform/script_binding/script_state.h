@@ -7,13 +7,24 @@
 
 inline constexpr unsigned kMaxScriptClasses = 64;
 
+struct ObjectSlot;
+struct ScriptState;
+
+/// An object that its state watches; stands in the guardian's userdata, which lives as long as the object's own.
+struct WatchRecord {
+  ScriptState* state;
+  ObjectSlot* place;  ///< head of the object's userdata; null when there is nothing left to end
+  WatchRecord* next;
+  WatchRecord* previous;
+};
+
 /// One per Lua state; a userdata of the state, and the first upvalue of every function that zplua_function adds.
 struct ScriptState {
   /// The metatable of each class that the state knows, by slot; null for the others. The last place stays null.
   const void* metatable[kMaxScriptClasses + 1] = {};
   /// Objects that may own something outside Lua: those on the native heap, and those that native code has looked at.
   /// Each has a guardian in Lua that ends it with its userdata, whatever a script does to the class's "__gc".
-  zeph::binding::LuaObject* watched = nullptr;
+  WatchRecord* watched = nullptr;
   /// Set when the state's finalizer has run: it takes no more objects.
   bool closed = false;
 };
@@ -67,7 +78,6 @@ struct LuaObjectAccess {
   }
   /// The same for an object that owns nothing as long as native code does not look at it: it may go without a word.
   static void EnterUnseen(ScriptState* state, ObjectSlot* place, unsigned slot, zeph::binding::LuaObject* object) {
-    object->m_state = state;
     object->m_unseen = true;
     place->tag = &state->metatable[slot];
     place->object = object;
@@ -79,8 +89,10 @@ struct LuaObjectAccess {
     }
   }
   static void MarkInsideUserdata(zeph::binding::LuaObject* object) noexcept { object->m_inside_userdata = true; }
-  static bool IsWatched(const zeph::binding::LuaObject* object) noexcept { return object->m_place != nullptr; }
-  static void Watch(ScriptState* state, ObjectSlot* place, zeph::binding::LuaObject* object) noexcept;
+  static bool IsInsideUserdata(const zeph::binding::LuaObject* object) noexcept { return object->m_inside_userdata; }
+  static bool IsWatched(const zeph::binding::LuaObject* object) noexcept { return object->m_watch != nullptr; }
+  static void Watch(WatchRecord* record, ScriptState* state, ObjectSlot* place,
+                    zeph::binding::LuaObject* object) noexcept;
   static void Unwatch(zeph::binding::LuaObject* object) noexcept;
   /// Ends the object of a userdata, if it is still there.
   static void Remove(ObjectSlot* place);

@@ -12,8 +12,8 @@ using namespace zeph::binding;
 void watch(lua_State* L, int index, ScriptState* state, ObjectSlot* place, LuaObject* object) {
   luaL_checkstack(L, LUA_MINSTACK, "script object");
   const int top = lua_gettop(L);
-  auto* guardian = static_cast<Guardian*>(lua_newuserdatauv(L, sizeof(Guardian), 1));
-  guardian->place = nullptr;
+  auto* record = static_cast<WatchRecord*>(lua_newuserdatauv(L, sizeof(WatchRecord), 1));
+  *record = {};
   lua_pushvalue(L, index);
 #if LUA_VERSION_NUM >= 504
   lua_setiuservalue(L, top + 1, 1);
@@ -29,8 +29,7 @@ void watch(lua_State* L, int index, ScriptState* state, ObjectSlot* place, LuaOb
   lua_pushvalue(L, index);
   lua_pushvalue(L, top + 1);
   lua_rawset(L, -3);
-  guardian->place = place;
-  LuaObjectAccess::Watch(state, place, object);
+  LuaObjectAccess::Watch(record, state, place, object);
   lua_settop(L, top);
 }
 
@@ -69,7 +68,7 @@ int zplua_pushluaobject(lua_State* L, LuaObject* object, const char* cls_name) {
   if (object->State() == state && lua_checkstack(L, 4) != 0 && push_known(L, object)) {
     return 1;
   }
-  if (object->State() != nullptr) {
+  if (object->State() != nullptr || LuaObjectAccess::IsInsideUserdata(object)) {
     object = object->Clone();
     if (object == nullptr) {
       return luaL_error(L, "a %s of another Lua state can't be copied", cls_name);
