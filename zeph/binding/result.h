@@ -3,9 +3,7 @@
 
 #include <array>
 #include <cstddef>
-#include <cstring>
-#include <exception>
-#include <memory>
+#include <new>
 #include <optional>
 #include <tuple>
 #include <type_traits>
@@ -111,9 +109,9 @@ struct Result<T> {
   static int Push(lua_State* L, ScriptState* state, const T& value) {
     using Class = typename ScriptClass<T>::Type;
     static_assert(alignof(Class) <= alignof(void*) && kObjectSlotSize % alignof(Class) == 0);
+    static_assert(std::is_nothrow_default_constructible_v<Class>);
     if (Object::CreatorsReplaced()) {
-      T copy = value;
-      return TypeTraits<T>::Boxing(L, &copy, false);
+      return PushByCreator(L, value);
     }
     ObjectSlot* place = zplua_newobjectspace(L, sizeof(Class));
     auto* object = ::new (static_cast<void*>(place + 1)) Class;
@@ -128,6 +126,18 @@ struct Result<T> {
       LuaObjectAccess::Enter(state, place, kClassSlot<T>, object);
     }
     return 1;
+  }
+
+ private:
+  static int PushByCreator(lua_State* L, T value) {
+    LuaObject* object = nullptr;
+    try {
+      object = ScriptClass<T>::Type::Wrapping(&value);
+    } catch (const std::bad_alloc&) {
+      // Reported below, outside the handler.
+    }
+    return object != nullptr ? zplua_pushluaobject(L, object, object->GetClsName())
+                             : luaL_error(L, "not enough memory");
   }
 };
 
