@@ -6,6 +6,7 @@
 
 local math3d = require "math3d"
 local Vector3 = math3d.Vector3 -- math3d.Vector is the same class by its other name
+local Matrix, Plane, Aabb, Color32, ColorF = math3d.Matrix, math3d.Plane, math3d.Aabb, math3d.Color32, math3d.ColorF
 
 local function chapter(title)
   print(("\n%s\n%s"):format(title, ("-"):rep(#title)))
@@ -120,6 +121,61 @@ local from, to = math3d.radians(350), math3d.radians(10)
 show("degrees(delta_angle(350, 10))", math3d.degrees(math3d.delta_angle(from, to)))
 show("degrees(lerp_angle(350, 10, 0.5))", math3d.degrees(math3d.lerp_angle(from, to, 0.5)))
 assert(math.abs(math3d.degrees(math3d.delta_angle(from, to)) - 20) < 1e-3)
+
+chapter "Rotations"
+
+-- A rotation is a quaternion. This one turns a quarter about up, which takes forward to the right.
+local forward = Vector3.new(0, 0, 1)
+local quarter = math3d.quaternion_rotation_axis(up, math3d.HALF_PI)
+show("quarter:rotate_vector(forward)", quarter:rotate_vector(forward))
+show("quarter.right", quarter.right)
+assert(quarter:rotate_vector(forward) == right)
+
+-- slerp goes from one to the other at an even pace, and x, y, z angles are one of the ways to make one and to read it.
+local some = math3d.quaternion_slerp(math3d.quaternion_identity(), quarter, 1 / 3)
+show("slerp(identity, quarter, 1 / 3)", some)
+show("quaternion_to_rotation_xzy(some)", math3d.quaternion_to_rotation_xzy(some))
+assert(some == math3d.quaternion_rotation_zxy(0, math3d.radians(30), 0))
+
+chapter "Matrices"
+
+-- A matrix turns, scales and moves. Vectors stand on the left, and in a product the left factor applies first.
+local there = Matrix.make_rotation_y(math3d.HALF_PI) * Matrix.make_translation(tower)
+show("forward * there", forward * there)
+show("there.translation", there.translation)
+local back = math3d.matrix_inverse(there)
+show("forward * there * back", forward * there * back)
+assert(forward * there == right + tower and forward * there * back == forward)
+
+-- Unlike a vector it is no table: there.translation is a copy, and what is assigned to it is copied in. Two matrices
+-- compare by a call that is told how near is equal.
+there.translation = drone
+assert(there:__eq(math3d.matrix_transformation_prs(drone, quarter, ones), 1e-6))
+
+chapter "Planes and boxes"
+
+-- The class Plane has normal * p = dist on the plane; the plane functions have the opposite sign, see
+-- docs/conventions.md. Stay within one of the two.
+local roof = Plane.new(up, tower)
+show("roof:distance_to(Vector3.new())", roof:distance_to(Vector3.new()))
+local ceiling = math3d.plane_from_point_normal(tower, up)
+local from_here, to_there = Vector3.new(1, 0, 1), Vector3.new(1, 3, 2)
+show("plane_intersect_line(ceiling, ...)", math3d.plane_intersect_line(ceiling, from_here, to_there))
+assert(roof.dist == 12 and ceiling.dist == -12)
+
+-- A box is made of its centre and its whole size; a turned one has a larger box around it.
+local box = Aabb.new(drone, Vector3.new(2, 2, 2))
+show("box", box)
+show("box.extents", box.extents)
+show("aabb_transform(box, ...).extents", math3d.aabb_transform(box, Matrix.make_rotation_y(math3d.PI / 4)).extents)
+
+chapter "Colours"
+
+-- Color32 has bytes, ColorF floats up to 1; both are made from alpha, red, green, blue, or from a word 0xAARRGGBB.
+local orange = Color32.new(255, 255, 128, 0)
+show("orange", orange)
+assert(orange == Color32.new(0xFFFF8000))
+show("color_lerp(black, orange, 0.5)", math3d.color_lerp(math3d.color_black(), ColorF.new(orange), 0.5))
 
 chapter "Mistakes"
 
