@@ -52,7 +52,7 @@ local function draw_axes(drawing, to_picture, length, style)
   for _, name in ipairs(style.names or {"z", "x", "y"}) do
     local along = axes[name] * length
     drawing:arrow(all_times({origin, along}, to_picture),
-      {stroke = style.stroke or colour[name], stroke_width = style.width or 3, opacity = style.opacity})
+      {stroke = style.stroke or colour[name], stroke_width = style.width or 3})
     local label = along * (style.label_at or 1.1) * to_picture
     local words = style.long and ("+%s %s"):format(name, meaning[name]) or "+" .. name
     drawing:text(Vector2.new(label.x, label.y + 5), words,
