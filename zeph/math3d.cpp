@@ -21,10 +21,17 @@ namespace zeph::math3d {
 namespace {
 
 /// Commands of this library that still wait in the queue when it is unloaded must run while its code is there.
-struct UnloadGuard {
+class UnloadGuard {
+ public:
+  /// Made when the queue stands: then it ends before the queue does, also where both are linked into one file.
+  static void Ensure() { static const UnloadGuard guard; }
+  UnloadGuard(const UnloadGuard&) = delete;
+  UnloadGuard& operator=(const UnloadGuard&) = delete;
   ~UnloadGuard() { zpthreading::zpThread<0>::Handle->drain(); }
+
+ private:
+  UnloadGuard() = default;
 };
-const UnloadGuard unload_guard;
 
 void set_constant(lua_State* L, const char* name, float value) {
   lua_pushstring(L, name);
@@ -35,6 +42,7 @@ void set_constant(lua_State* L, const char* name, float value) {
 }  // namespace
 
 int InitLuaMath3d(lua_State* L) {
+  UnloadGuard::Ensure();
   zpthreading::ClaimScriptThread();
   luaL_checkstack(L, LUA_MINSTACK, "math3d");
   zplua_initmodule(L, "math3d");

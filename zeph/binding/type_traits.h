@@ -60,8 +60,12 @@ struct TypeTraits<T> {
 };
 
 /// Values that live in Lua inside a script object. They cross as pointers to the value in there.
-template <WrappedType T>
-struct TypeTraits<T> {
+///
+/// The primary template, and not a second specialisation by a concept: of two that differ in their constraints only,
+/// GCC 12 instantiates the functions of the first, whatever is asked for explicitly.
+template <typename T>
+struct TypeTraits {
+  static_assert(WrappedType<T>, "TypeTraits is for the native types of script classes");
   using Class = typename ScriptClass<T>::Type;
 
   static bool Checking(lua_State* L, int index, bool nullable) {
