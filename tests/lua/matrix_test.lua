@@ -237,5 +237,14 @@ local gone = M.new()
 gone:__gc() gone:__gc() gone:__clear()
 raises(t.bad_object("userdata", pointer), M.transpose, gone)
 ok(rawget(M, "__gc") == standard)
+-- A finalizer may make matrices while a matrix is being made.
+local kept, finalized = {}, 0
+for i = 1, 2000 do
+  setmetatable({}, {__gc = function() finalized = finalized + 1 kept[-i] = M.make_translation(V.new(-i, 0, 0)) end})
+  kept[i] = M.make_translation(V.new(i, 0, 0))
+end
+local whole = true
+for i, value in pairs(kept) do whole = whole and value.translation.x == i and getmetatable(value) == M end
+ok(whole and finalized > 0)
 
 t.done()

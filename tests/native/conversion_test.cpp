@@ -175,11 +175,13 @@ TEST_F(ConversionTest, ObjectOfAValueThatAScriptMade) {
 
 TEST_F(ConversionTest, MatrixWithoutFinalizerIsGuardedOnceNativeCodeHasSeenIt) {
   using MatrixTraits = TypeTraits<math3d::_Matrix<float>>;
-  state.run("m = math3d.Matrix.new(); unseen = math3d.Matrix.new()");
+  state.run("m = math3d.Matrix.new(); m:set(3, 2, 7); unseen = math3d.Matrix.new()");
   lua_getglobal(L, "m");
+  const math3d::_Matrix<float>* value = MatrixTraits::Unboxing(L, 1);
+  EXPECT_EQ(value->elements[14], 7.0F);
   auto* script_object = static_cast<math3d::LuaMatrix*>(zplua_toluaobject(L, 1));
   EXPECT_NE(script_object->object_id, 0U);
-  EXPECT_EQ(&script_object->m_value, MatrixTraits::Unboxing(L, 1));
+  EXPECT_EQ(&script_object->m_value, value);
   const AutoRef<Object> object = script_object->GetBuiltinObject();
   MatrixTraits::Unpacking(object.get())->elements[0] = 5.0F;
   EXPECT_EQ(state.eval("m:get(0, 0)"), "5.0");

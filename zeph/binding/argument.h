@@ -31,13 +31,13 @@ class ArgumentViews {
     }
     return m_metatables[index - 1];
   }
-  /// The live object of a class, null if the argument is none.
-  LuaObject* object(int index, unsigned slot) noexcept {
+  /// The userdata of a class, null if the argument is none that lives.
+  ObjectSlot* object(int index, unsigned slot) noexcept {
     m_objects[index - 1] = zplua_objectofclass(L, index, state, slot);
     return m_objects[index - 1];
   }
-  /// The object that the last test of the argument found.
-  LuaObject* found(int index) const noexcept { return m_objects[index - 1]; }
+  /// The userdata that the last test of the argument found.
+  ObjectSlot* found(int index) const noexcept { return m_objects[index - 1]; }
 
   lua_State* const L;
   const ScriptState* const state;
@@ -47,8 +47,8 @@ class ArgumentViews {
 
   int m_types[kMost] = {kUnknown, kUnknown, kUnknown, kUnknown, kUnknown, kUnknown, kUnknown, kUnknown};
   bool m_seen[kMost] = {};
-  const void* m_metatables[kMost] = {};
-  LuaObject* m_objects[kMost] = {};
+  const void* m_metatables[kMost];  // as far as m_seen says
+  ObjectSlot* m_objects[kMost];     // where object() has been asked
 };
 
 /// By parameter type:
@@ -206,11 +206,11 @@ struct WrappedArgument {
 
   template <typename Keys>
   static bool Take(lua_State* L, const ScriptState* state, int index, Slot& slot) {
-    LuaObject* object = zplua_objectofclass(L, index, state, kClassSlot<T>);
-    if (object == nullptr) {
+    ObjectSlot* place = zplua_objectofclass(L, index, state, kClassSlot<T>);
+    if (place == nullptr) {
       return false;
     }
-    slot = &static_cast<typename ScriptClass<T>::Type*>(object)->m_value;
+    slot = value_inside<T>(place, state);
     return true;
   }
   static bool Accepts(ArgumentViews& views, int index) {
@@ -218,7 +218,7 @@ struct WrappedArgument {
   }
   template <typename Keys>
   static void Read(ArgumentViews& views, int index, Slot& slot) {
-    slot = &static_cast<typename ScriptClass<T>::Type*>(views.found(index))->m_value;
+    slot = value_inside<T>(views.found(index), views.state);
   }
 };
 template <WrappedType T>

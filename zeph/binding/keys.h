@@ -13,7 +13,6 @@
 namespace zeph::binding {
 
 inline constexpr FixedText kDummyTypeKey{"__dummy_type"};
-inline constexpr FixedText kCollectKey{"__gc"};
 
 /// A text.
 template <FixedText kText>
@@ -99,10 +98,6 @@ struct ReadItems<T> {
 template <DummyType T>
 struct WriteItems<T> : Merge<ItemList<Key<kDummyTypeKey>, ClsNameOf<T>, MetatableOf<T>>,
                              typename FieldItems<typename ScriptClass<T>::Fields>::Write> {};
-template <WrappedType T>
-struct WriteItems<T> {
-  using Type = ItemList<MetatableOf<T>, Key<kCollectKey>>;
-};
 
 /// Items at their places among the upvalues of a handler.
 template <typename Items, int kFirstUpvalue>
@@ -112,10 +107,6 @@ struct UpvalueKeys {
     constexpr int index = Items::template IndexOf<Item>();
     static_assert(index >= 0, "the handler was not given this item");
     lua_pushvalue(L, lua_upvalueindex(kFirstUpvalue + index));
-  }
-  template <typename Item>
-  static consteval int Index() {
-    return lua_upvalueindex(kFirstUpvalue + Items::template IndexOf<Item>());
   }
   /// The metatable of a class whose values the handler builds.
   template <typename T>

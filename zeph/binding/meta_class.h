@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstring>
+#include <new>
 
 #include <zeph/binding/type_traits.h>
 #include <zeph/platform/script_binding/zplua.h>
@@ -47,6 +48,17 @@ void register_class(lua_State* L, const char* name) {
   zplua_cclass(L, lua_name, Class::ClsName(), "");
   zplua_beginmodule(L, lua_name);
   detail::register_standard_entries(L, Class::IsDummyType(), Class::ClsName(), lua_name);
+  if constexpr (WrappedType<T>) {
+    if constexpr (kOwnsNothing<T>) {
+      zplua_barevalues(L, Class::ClsName(), [](const void* value) -> LuaObject* {
+        auto* object = new (std::nothrow) Class;
+        if (object != nullptr) {
+          object->m_value = *static_cast<const T*>(value);
+        }
+        return object;
+      });
+    }
+  }
   Class::InitializeLuaClass(L);
   zplua_endmodule(L, nullptr);
   if (std::strcmp(lua_name, name) != 0) {

@@ -100,36 +100,26 @@ struct Result<T> {
   }
 };
 
-/// A new script object around the value. It is built inside its userdata, unless a creator of another module decides.
+/// A new script object around the value. One that owns nothing is a bare value until native code looks at it, unless a
+/// creator of another module decides what is made.
 template <WrappedType T>
 struct Result<T> {
-  static constexpr int kSlots = 5;
-  using Items = typename WriteItems<T>::Type;
+  static constexpr int kSlots = 3;
+  using Items = ItemList<>;
   template <typename Keys>
   static int Push(lua_State* L, ScriptState* state, const T& value) {
-    using Class = typename ScriptClass<T>::Type;
-    static_assert(alignof(Class) <= alignof(void*) && kObjectSlotSize % alignof(Class) == 0);
-    static_assert(std::is_nothrow_default_constructible_v<Class>);
-    if (Object::CreatorsReplaced()) {
-      return PushByCreator(L, value);
-    }
-    ObjectSlot* place = zplua_newobjectspace(L, sizeof(Class));
-    auto* object = ::new (static_cast<void*>(place + 1)) Class;
-    object->m_value = value;
-    LuaObjectAccess::MarkInsideUserdata(object);
-    Keys::template PushMetatable<T>(L);
     if constexpr (kOwnsNothing<T>) {
-      zplua_setplainmetatable(L, lua_gettop(L) - 1, Keys::template Index<Key<kCollectKey>>(), zplua_collectluaobject);
-      LuaObjectAccess::EnterUnseen(state, place, kClassSlot<T>, object);
-    } else {
-      lua_setmetatable(L, -2);
-      LuaObjectAccess::Enter(state, place, kClassSlot<T>, object);
+      static_assert(std::is_trivially_copyable_v<T> && alignof(T) <= alignof(ObjectSlot));
+      if (!Object::CreatorsReplaced()) {
+        ::new (zplua_newbarevalue(L, state, kClassSlot<T>, kBareValueSize<T>)->value()) T(value);
+        return 1;
+      }
     }
-    return 1;
+    return PushObject(L, value);
   }
 
  private:
-  static int PushByCreator(lua_State* L, T value) {
+  static int PushObject(lua_State* L, T value) {
     LuaObject* object = nullptr;
     try {
       object = ScriptClass<T>::Type::Wrapping(&value);

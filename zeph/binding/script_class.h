@@ -5,6 +5,7 @@
 #include <array>
 #include <concepts>
 #include <cstddef>
+#include <new>
 #include <tuple>
 #include <type_traits>
 
@@ -44,7 +45,7 @@ concept WrappedType = ScriptType<T> && !ScriptClass<T>::kIsDummyType;
 ///     static constexpr bool kOwnsNothing = true;
 ///
 /// of its script class: an object that native code has not looked at has nothing to give back when it goes, so results
-/// of calls need no finalizer.
+/// of calls are bare values (BareValues).
 template <typename T>
 inline constexpr bool kOwnsNothing = false;
 template <WrappedType T>
@@ -75,6 +76,17 @@ struct FieldList {
 /// Number of the class in this process.
 template <ScriptType T>
 inline const unsigned kClassSlot = zplua_classslot(ScriptClass<T>::kClsName);
+
+/// The value of a userdata that is known to hold one of the class.
+template <WrappedType T>
+T* value_inside(ObjectSlot* place, const ScriptState* state) noexcept {
+  if constexpr (kOwnsNothing<T>) {
+    if (zplua_isbarevalue(place, state, kClassSlot<T>)) {
+      return std::launder(static_cast<T*>(place->value()));
+    }
+  }
+  return &static_cast<typename ScriptClass<T>::Type*>(place->object)->m_value;
+}
 
 /// Text by which messages call a type that was needed.
 template <typename T>

@@ -76,13 +76,18 @@ struct TypeTraits {
     Class* object = Class::Wrapping(value);
     return zplua_pushluaobject(L, object, object->GetClsName());
   }
-  /// The value inside the script object at `index`, for which Checking has to hold; good while that lives.
+  /// The value inside the script object at `index`, for which Checking has to hold; good while that lives. A bare value
+  /// becomes an object, which stays where it is.
   static T* Unboxing(lua_State* L, int index) {
     luaL_checkstack(L, 1, Class::ClsName());
     const int top = lua_gettop(L);
-    LuaObject* object = zplua_objectofclass(L, index, zplua_state(L), kClassSlot<T>);
+    const ScriptState* state = zplua_state(L);
+    ObjectSlot* place = zplua_objectofclass(L, index, state, kClassSlot<T>);
     lua_settop(L, top);
-    return object == nullptr ? nullptr : &static_cast<Class*>(object)->m_value;
+    if (place != nullptr && zplua_isbarevalue(place, state, kClassSlot<T>)) {
+      zplua_toluaobject(L, index);
+    }
+    return place == nullptr ? nullptr : value_inside<T>(place, state);
   }
   static bool Inspecting(Object* object) { return Object::IsLuaObjectWithName(object, Class::ClsName()); }
   /// A new Object that owns a new script object with a copy of the value. Bind it to an AutoRef.

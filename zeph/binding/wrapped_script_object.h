@@ -89,7 +89,7 @@ class ZEPH_MATH3D_API WrappedScriptObject : public LuaObject, public CustomBoxin
       ScriptObjectIdPool::Instance().Release(object_id);
       object_id = 0;
     }
-    End();
+    delete this;
   }
 
   /// For an object that is in no Lua state: makes its Object the owner, so that the object goes with the last

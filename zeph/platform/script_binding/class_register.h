@@ -27,6 +27,12 @@ unsigned slot_of_value(lua_State* L, int index, const ScriptState* state);
 unsigned slot_of_value_or_class(lua_State* L, int index, const ScriptState* state);
 /// The head of a userdata of this layer, whether its object lives or not; null for anything else.
 ObjectSlot* object_slot(lua_State* L, int index, const ScriptState* state);
+/// Of the head of a userdata: is there a value and no object?
+bool holds_bare_value(const ScriptState* state, const ObjectSlot* place);
+/// Is there a value or an object?
+bool stands(const ScriptState* state, const ObjectSlot* place);
+/// The class it was made for.
+unsigned slot_of_place(const ScriptState* state, const ObjectSlot* place);
 
 /// Keys of the hidden table of a class, which stands in the registry at the address of its place in the state.
 inline constexpr int kGetters = 1;

@@ -24,7 +24,7 @@ class ZEPH_PLATFORM_API LuaObject {
   virtual ~LuaObject();
   virtual void SetBuiltinObject(Object* object);
   virtual Object* GetBuiltinObject();
-  /// Called once the object stands in a userdata; for one that owns nothing, when native code first looks at it.
+  /// Called once the object stands in a userdata.
   virtual void OnBeforeLuaCreate();
   /// Called when its userdata goes; ends the object.
   virtual void OnBeforeLuaRemove();
@@ -36,7 +36,7 @@ class ZEPH_PLATFORM_API LuaObject {
   /// A copy on the native heap that no state owns yet, or null: what another Lua state is given.
   virtual LuaObject* Clone() const;
 
-  /// The state that watches over the object; null before it enters Lua, and for one that native code has not looked at.
+  /// The state that has the object; null before it enters Lua.
   [[nodiscard]] ScriptState* State() const noexcept;
 
  protected:
@@ -45,17 +45,11 @@ class ZEPH_PLATFORM_API LuaObject {
   LuaObject(const LuaObject&) noexcept {}
   LuaObject& operator=(const LuaObject&) noexcept { return *this; }
 
-  /// Destroys the object; frees its memory too unless that is part of a userdata.
-  void End();
-
   /// For the class below: its Object owns this object. Here since it takes no room here.
   bool m_kept_by_object = false;
 
  private:
   friend struct ::LuaObjectAccess;
-
-  bool m_inside_userdata = false;
-  bool m_unseen = false;  ///< in Lua without finalizer, and OnBeforeLuaCreate still to be called
 
  public:
   /// Identity among the objects that are in Lua; 0 while it has none.

@@ -1,6 +1,5 @@
 /// The base classes of objects, and the registers of how to make them.
 #include <cstring>
-#include <memory>
 #include <new>
 #include <unordered_map>
 #include <utility>
@@ -62,19 +61,11 @@ ScriptState* LuaObject::State() const noexcept { return m_watch == nullptr ? nul
 void LuaObject::SetBuiltinObject(Object*) {}
 Object* LuaObject::GetBuiltinObject() { return nullptr; }
 void LuaObject::OnBeforeLuaCreate() {}
-void LuaObject::OnBeforeLuaRemove() { End(); }
+void LuaObject::OnBeforeLuaRemove() { delete this; }
 void LuaObject::Recycle() {}
 bool LuaObject::IsValid() const { return true; }
 std::string LuaObject::AsString() const { return GetLuaName(); }
 LuaObject* LuaObject::Clone() const { return nullptr; }
-
-void LuaObject::End() {
-  if (m_inside_userdata) {
-    std::destroy_at(this);
-  } else {
-    delete this;
-  }
-}
 
 // Object
 

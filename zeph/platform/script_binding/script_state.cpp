@@ -35,6 +35,13 @@ std::array<ClassInfo, kMaxScriptClasses + 1>& classes() {
   return table;
 }
 
+template <typename Element, std::size_t kCount>
+bool points_into(const void* pointer, const Element (&array)[kCount]) {
+  const auto address = reinterpret_cast<std::uintptr_t>(pointer);
+  const auto first = reinterpret_cast<std::uintptr_t>(&array[0]);
+  return address >= first && address < first + sizeof array;
+}
+
 /// Runs last of all finalizers of this layer, since its userdata is made first.
 int close_state(lua_State* L) {
   auto* state = static_cast<ScriptState*>(lua_touserdata(L, 1));
@@ -45,9 +52,12 @@ int close_state(lua_State* L) {
 }
 
 int end_guardian(lua_State* L) {
-  const auto* record = static_cast<WatchRecord*>(lua_touserdata(L, 1));
+  auto* record = static_cast<WatchRecord*>(lua_touserdata(L, 1));
+  if (LuaObject* made = std::exchange(record->made, nullptr)) {
+    made->OnBeforeLuaRemove();
+  }
   if (record->place != nullptr) {
-    LuaObjectAccess::Remove(record->place);
+    LuaObjectAccess::Remove(record->state, record->place);
   }
   return 0;
 }
@@ -96,7 +106,7 @@ unsigned slot_of_value(lua_State* L, int index, const ScriptState* state) {
   lua_pop(L, 1);
   if (type == LUA_TUSERDATA) {
     const ObjectSlot* place = object_slot(L, index, state);
-    if (place == nullptr || place->object == nullptr || place->tag != &state->metatable[slot]) {
+    if (place == nullptr || !stands(state, place) || slot_of_place(state, place) != slot) {
       return kMaxScriptClasses;
     }
   }
@@ -113,10 +123,21 @@ ObjectSlot* object_slot(lua_State* L, int index, const ScriptState* state) {
   if (place == nullptr || lua_rawlen(L, index) < kObjectSlotSize) {
     return nullptr;
   }
-  // The tag is the address of a place in the table of metatables.
-  const auto tag = reinterpret_cast<std::uintptr_t>(place->tag);
-  const auto first = reinterpret_cast<std::uintptr_t>(&state->metatable[0]);
-  return tag >= first && tag < first + sizeof state->metatable ? place : nullptr;
+  return points_into(place->tag, state->metatable) || points_into(place->tag, state->bare) ? place : nullptr;
+}
+
+bool holds_bare_value(const ScriptState* state, const ObjectSlot* place) {
+  return points_into(place->tag, state->bare);
+}
+
+bool stands(const ScriptState* state, const ObjectSlot* place) {
+  return holds_bare_value(state, place) || place->object != nullptr;
+}
+
+unsigned slot_of_place(const ScriptState* state, const ObjectSlot* place) {
+  return static_cast<unsigned>(holds_bare_value(state, place)
+                                   ? static_cast<const BareValues*>(place->tag) - state->bare
+                                   : static_cast<const void* const*>(place->tag) - state->metatable);
 }
 
 void push_hidden(lua_State* L, const ScriptState* state, unsigned slot) {
@@ -132,7 +153,7 @@ void push_guardians(lua_State* L) { lua_rawgetp(L, LUA_REGISTRYINDEX, &guardians
 
 void LuaObjectAccess::Watch(WatchRecord* record, ScriptState* state, ObjectSlot* place,
                             zeph::binding::LuaObject* object) noexcept {
-  *record = {state, place, state->watched, nullptr};
+  *record = {nullptr, state, place, state->watched, nullptr};
   if (record->next != nullptr) {
     record->next->previous = record;
   }
@@ -149,8 +170,11 @@ void LuaObjectAccess::Unwatch(zeph::binding::LuaObject* object) noexcept {
   record->place = nullptr;
 }
 
-void LuaObjectAccess::Remove(ObjectSlot* place) {
-  if (zeph::binding::LuaObject* object = std::exchange(place->object, nullptr)) {
+void LuaObjectAccess::Remove(ScriptState* state, ObjectSlot* place) {
+  if (zeph::binding::holds_bare_value(state, place)) {
+    place->tag = &state->metatable[zeph::binding::slot_of_place(state, place)];
+    place->object = nullptr;
+  } else if (zeph::binding::LuaObject* object = std::exchange(place->object, nullptr)) {
     if (IsWatched(object)) {
       Unwatch(object);
     }
@@ -160,7 +184,7 @@ void LuaObjectAccess::Remove(ObjectSlot* place) {
 
 void LuaObjectAccess::RemoveWatched(ScriptState* state) {
   while (state->watched != nullptr) {
-    Remove(state->watched->place);
+    Remove(state, state->watched->place);
   }
 }
 

@@ -1,6 +1,9 @@
 /// What a handler asks of the platform on every call, inline: the state's classes and the objects behind userdata.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
+
 #include <zeph/platform/export.h>
 #include <zeph/platform/lua_api.h>
 #include <zeph/platform/script_binding/lua_object.h>
@@ -12,31 +15,70 @@ struct ScriptState;
 
 /// An object that its state watches; stands in the guardian's userdata, which lives as long as the object's own.
 struct WatchRecord {
+  zeph::binding::LuaObject* made;  ///< an object on its way into the userdata
   ScriptState* state;
   ObjectSlot* place;  ///< head of the object's userdata; null when there is nothing left to end
   WatchRecord* next;
   WatchRecord* previous;
 };
 
+/// Makes the script object on the native heap that a bare value turns into. Null when memory runs out.
+using BareValueMaker = zeph::binding::LuaObject* (*)(const void* value);
+
+/// As many userdata are made ready at a time.
+inline constexpr int kReadyBatch = 32;
+
+/// Values of a wrapped class that stand in their userdata without a script object: results that native code has not
+/// looked at.
+struct BareValues {
+  BareValueMaker make = nullptr;
+  /// Holds userdata that have their metatable and wait for a value, on its stack; it never runs. Below them stand the
+  /// class's metatable, the text "__gc" and what the class was registered with under that name.
+  lua_State* ready = nullptr;
+  const void* collect = nullptr;  ///< identity of the latter
+  int ready_count = 0;
+  ObjectSlot* ready_places[kReadyBatch] = {};
+
+  static constexpr int kMetatable = 1;
+  static constexpr int kCollectKey = 2;
+  static constexpr int kCollect = 3;
+
+  /// Has no script replaced "__gc"?
+  [[nodiscard]] bool CollectsPlainly() const noexcept {
+    lua_pushvalue(ready, kCollectKey);
+    lua_rawget(ready, kMetatable);
+    const bool plainly = lua_topointer(ready, -1) == collect;
+    lua_settop(ready, -2);
+    return plainly;
+  }
+};
+
 /// One per Lua state; a userdata of the state, and the first upvalue of every function that zplua_function adds.
 struct ScriptState {
   /// The metatable of each class that the state knows, by slot; null for the others. The last place stays null.
   const void* metatable[kMaxScriptClasses + 1] = {};
-  /// Objects that may own something outside Lua: those on the native heap, and those that native code has looked at.
-  /// Each has a guardian in Lua that ends it with its userdata, whatever a script does to the class's "__gc".
+  /// By slot.
+  BareValues bare[kMaxScriptClasses + 1];
+  /// All objects. Each has a guardian in Lua that ends it with its userdata, whatever a script does to the class's
+  /// "__gc".
   WatchRecord* watched = nullptr;
   /// Set when the state's finalizer has run: it takes no more objects.
   bool closed = false;
 };
 
-/// Head of every userdata of this layer. The native object stands behind it or on the heap.
+/// What every userdata of this layer holds.
 struct ObjectSlot {
-  /// The state and class that the userdata was made for: the address of the class's place in ScriptState::metatable.
+  /// The state and class that the userdata was made for, and what follows: the address of the class's place in
+  /// ScriptState::metatable if an object, in ScriptState::bare if a bare value.
   const void* tag;
-  /// Null before the object stands and after it has gone.
+  /// On the native heap; null before the object stands and after it has gone. A bare value begins here instead.
   zeph::binding::LuaObject* object;
+
+  [[nodiscard]] void* value() noexcept { return &object; }
 };
 inline constexpr std::size_t kObjectSlotSize = sizeof(ObjectSlot);
+template <typename T>
+inline constexpr std::size_t kBareValueSize = std::max(kObjectSlotSize, offsetof(ObjectSlot, object) + sizeof(T));
 
 /// Number of a class in this process: the same for the same name, however often it is asked for. kMaxScriptClasses,
 /// the place that never matches, when there are too many.
@@ -56,77 +98,51 @@ inline bool zplua_tableofclass(lua_State* L, int index, const ScriptState* state
          lua_topointer(L, -1) == state->metatable[slot];
 }
 
-/// The live native object at `index` if it is one of the class in this state, else null. Leaves the metatable, if there
-/// is one, on the stack.
-inline zeph::binding::LuaObject* zplua_objectofclass(lua_State* L, int index, const ScriptState* state,
-                                                     unsigned slot) noexcept {
-  const auto* place = static_cast<const ObjectSlot*>(lua_touserdata(L, index));
+/// The userdata at `index` if it holds a bare value or a live object of the class in this state, else null. Leaves the
+/// metatable, if there is one, on the stack.
+inline ObjectSlot* zplua_objectofclass(lua_State* L, int index, const ScriptState* state, unsigned slot) noexcept {
+  auto* place = static_cast<ObjectSlot*>(lua_touserdata(L, index));
   // A light userdata has length 0, another library's userdata another tag.
-  if (place == nullptr || lua_rawlen(L, index) < kObjectSlotSize || place->tag != &state->metatable[slot] ||
-      place->object == nullptr || lua_getmetatable(L, index) == 0 || lua_topointer(L, -1) != state->metatable[slot]) {
+  if (place == nullptr || lua_rawlen(L, index) < kObjectSlotSize) {
     return nullptr;
   }
-  return place->object->IsValid() ? place->object : nullptr;
+  const bool bare = place->tag == &state->bare[slot];
+  if ((!bare && (place->tag != &state->metatable[slot] || place->object == nullptr)) ||
+      lua_getmetatable(L, index) == 0 || lua_topointer(L, -1) != state->metatable[slot]) {
+    return nullptr;
+  }
+  return bare || place->object->IsValid() ? place : nullptr;
+}
+/// True for a userdata that zplua_objectofclass has found if there is no object behind the value.
+inline bool zplua_isbarevalue(const ObjectSlot* place, const ScriptState* state, unsigned slot) noexcept {
+  return place->tag == &state->bare[slot];
 }
 
-/// What only the platform and the makers of in-place objects touch of a LuaObject.
+/// What only the platform touches of a LuaObject.
 struct LuaObjectAccess {
-  /// The object of a fresh userdata enters Lua. `place` is the userdata's head.
-  static void Enter(ScriptState* state, ObjectSlot* place, unsigned slot, zeph::binding::LuaObject* object) {
-    EnterUnseen(state, place, slot, object);
-    See(object);
-  }
-  /// The same for an object that owns nothing as long as native code does not look at it: it may go without a word.
-  static void EnterUnseen(ScriptState* state, ObjectSlot* place, unsigned slot, zeph::binding::LuaObject* object) {
-    object->m_unseen = true;
-    place->tag = &state->metatable[slot];
-    place->object = object;
-  }
-  static void See(zeph::binding::LuaObject* object) {
-    if (object->m_unseen) {
-      object->m_unseen = false;
-      object->OnBeforeLuaCreate();
-    }
-  }
-  static void MarkInsideUserdata(zeph::binding::LuaObject* object) noexcept { object->m_inside_userdata = true; }
-  static bool IsInsideUserdata(const zeph::binding::LuaObject* object) noexcept { return object->m_inside_userdata; }
   static bool IsWatched(const zeph::binding::LuaObject* object) noexcept { return object->m_watch != nullptr; }
   static void Watch(WatchRecord* record, ScriptState* state, ObjectSlot* place,
                     zeph::binding::LuaObject* object) noexcept;
   static void Unwatch(zeph::binding::LuaObject* object) noexcept;
-  /// Ends the object of a userdata, if it is still there.
-  static void Remove(ObjectSlot* place);
+  /// Ends what a userdata holds, if it is still there.
+  static void Remove(ScriptState* state, ObjectSlot* place);
   static void RemoveWatched(ScriptState* state);
 };
 
-/// Room for an object of `size` bytes inside a new userdata, which is left on the stack without a metatable.
-inline ObjectSlot* zplua_newobjectspace(lua_State* L, std::size_t size) {
-  auto* place = static_cast<ObjectSlot*>(lua_newuserdatauv(L, kObjectSlotSize + size, 0));
-  place->tag = nullptr;
-  place->object = nullptr;
-  return place;
-}
+/// Results of a class may stand in Lua as bare values from now on: `make` turns one into an object when native code
+/// looks at it. The class has its "__gc".
+ZEPH_PLATFORM_API void zplua_barevalues(lua_State* L, const char* cls_name, BareValueMaker make);
+/// As zplua_newbarevalue, when no userdata is ready or a script has replaced "__gc".
+ZEPH_PLATFORM_API ObjectSlot* zplua_makebarevalue(lua_State* L, ScriptState* state, unsigned slot, std::size_t size);
 
-/// Sets the metatable on top of the stack, of a wrapped class, for the userdata below it, and pops it: without the
-/// finalizer if `key` ("__gc") holds the standard entry, which has nothing to do for an object that owns nothing. A
-/// finalizer costs a call and a second collection cycle; what a script has put there instead is called as ever.
-inline void zplua_setplainmetatable(lua_State* L, int userdata, int key, lua_CFunction collect) {
-  const int metatable = userdata + 1;
-  lua_pushvalue(L, key);
-  lua_rawget(L, metatable);
-  const bool standard = lua_tocfunction(L, -1) == collect;
-  if (standard) {
-    lua_pushvalue(L, key);
-    lua_pushnil(L);
-    lua_rawset(L, metatable);
+/// Pushes a userdata of the class, of `size` bytes, tagged as a bare value; the caller puts the value there. It has no
+/// finalizer as long as "__gc" is the standard entry, which would have nothing to do: a finalizer costs a call and a
+/// second collection cycle. What a script has put there instead is called as ever.
+inline ObjectSlot* zplua_newbarevalue(lua_State* L, ScriptState* state, unsigned slot, std::size_t size) {
+  BareValues& bare = state->bare[slot];
+  if (bare.ready_count == 0 || !bare.CollectsPlainly()) {
+    return zplua_makebarevalue(L, state, slot, size);
   }
-  lua_pushvalue(L, metatable);
-  lua_setmetatable(L, userdata);
-  if (standard) {
-    // The entry's place in the table is still there: this allocates nothing and can't fail.
-    lua_pushvalue(L, key);
-    lua_pushvalue(L, metatable + 1);
-    lua_rawset(L, metatable);
-  }
-  lua_settop(L, userdata);
+  lua_xmove(bare.ready, L, 1);
+  return bare.ready_places[--bare.ready_count];
 }

@@ -1,4 +1,5 @@
 /// The standard entries that every class has: text, class names, properties.
+#include <memory>
 #include <new>
 #include <string>
 
@@ -27,10 +28,17 @@ int push_string(lua_State* L) {
 }
 
 /// Pushes the text of an object, or leaves an error message there and returns false. No error leaves this frame, which
-/// owns the text.
-bool push_text(lua_State* L, const LuaObject* object) {
+/// owns the text, and the object that a bare value needs for it.
+bool push_text(lua_State* L, const ScriptState* state, ObjectSlot* place) {
   try {
-    const std::string text = object->AsString();
+    std::unique_ptr<LuaObject> made;
+    if (holds_bare_value(state, place)) {
+      made.reset(state->bare[slot_of_place(state, place)].make(place->value()));
+      if (made == nullptr) {
+        throw std::bad_alloc();
+      }
+    }
+    const std::string text = made != nullptr ? made->AsString() : place->object->AsString();
     lua_pushcfunction(L, push_string);
     lua_pushlightuserdata(L, const_cast<std::string*>(&text));
     return lua_pcall(L, 1, 1, 0) == LUA_OK;
@@ -45,12 +53,12 @@ bool push_text(lua_State* L, const LuaObject* object) {
 
 int zplua_luaobjecttostr(lua_State* L) {
   const ScriptState* state = zplua_upvaluestate(L);
-  if (const ObjectSlot* place = object_slot(L, 1, state)) {
-    if (place->object == nullptr) {
+  if (ObjectSlot* place = object_slot(L, 1, state)) {
+    if (!stands(state, place)) {
       lua_pushliteral(L, "(removed object)");
       return 1;
     }
-    return push_text(L, place->object) ? 1 : lua_error(L);
+    return push_text(L, state, place) ? 1 : lua_error(L);
   }
   if (lua_istable(L, 1) && slot_of_value(L, 1, state) < kMaxScriptClasses) {
     lua_settop(L, 1);
