@@ -34,7 +34,7 @@ void raise_self(lua_State* L, const char* needed) {
   raise(L, "invalid %s 'self', %s needed.", zplua_typename(L, 1, false), needed);
 }
 void raise_setter(lua_State* L, const char* needed) {
-  raise(L, "invalid arg %s in setter, %s needed.", zplua_typename(L, 2, false), needed);
+  raise(L, "invalid arg %s in setter, %s needed.", zplua_typename(L, 3, false), needed);
 }
 void raise_overload(lua_State* L) { raise(L, "invalid arguments in overload functions."); }
 

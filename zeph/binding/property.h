@@ -61,7 +61,7 @@ struct Setter<kNative, kBinding, void(Self, V)> {
       raise_property_self<T, kBinding>(L);
     }
     typename Argument<V>::Slot value;
-    if (!Argument<V>::template Take<Keys>(L, state, 2, value)) {
+    if (!Argument<V>::template Take<Keys>(L, state, 3, value)) {
       raise_setter(L, Argument<V>::kNeeded);
     }
     kNative(Argument<Self>::Pass(self), Argument<V>::Pass(value));

@@ -30,7 +30,7 @@ ZEPH_PLATFORM_API void zplua_classtable(lua_State* L, const char* cls_name);
 /// on top of the stack, which are popped, behind it.
 ZEPH_PLATFORM_API void zplua_function(lua_State* L, const char* name, lua_CFunction function, int upvalues = 0);
 /// Adds a property to the open class; a null setter makes it read-only. A getter finds the object at 1; a setter the
-/// object at 1 and the value at 2. Both run in the frame of the class's access function, so an error has the script's
+/// object at 1 and the value at 3. Both run in the frame of the class's access function, so an error has the script's
 /// own position.
 ZEPH_PLATFORM_API void zplua_variable(lua_State* L, const char* name, lua_CFunction getter, lua_CFunction setter);
 /// Gives the accessors of the open class upvalues: the `upvalues` values on top of the stack, which are popped.

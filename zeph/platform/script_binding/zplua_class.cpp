@@ -12,7 +12,8 @@ constexpr int kAccessorsUpvalue = 3;
 void* to_pointer(lua_CFunction function) { return reinterpret_cast<void*>(function); }
 lua_CFunction to_function(void* pointer) { return reinterpret_cast<lua_CFunction>(pointer); }
 
-/// `__index` of every class: (value, name). First what the class table holds, then the properties, else nil.
+/// `__index` of a class with properties: (value, name). First what the class table holds, then the properties, else nil.
+/// Without properties it is the class table itself, which costs no call.
 int index_value(lua_State* L) {
   lua_pushvalue(L, 2);
   if (lua_rawget(L, lua_upvalueindex(kClassUpvalue)) != LUA_TNIL) {
@@ -36,14 +37,14 @@ const char* key_text(lua_State* L, int index) {
 
 /// `__newindex` of every class: (value, name, new value). A property's setter; else a raw field of a table.
 int assign_value(lua_State* L) {
-  lua_settop(L, 3);
+  // Lua itself passes three.
+  if (lua_gettop(L) != 3) {
+    lua_settop(L, 3);
+  }
   lua_pushvalue(L, 2);
   const int kind = lua_rawget(L, lua_upvalueindex(kAccessorsUpvalue));
   if (kind == LUA_TLIGHTUSERDATA) {
-    const lua_CFunction setter = to_function(lua_touserdata(L, -1));
-    lua_settop(L, 3);
-    lua_replace(L, 2);
-    return setter(L);
+    return to_function(lua_touserdata(L, -1))(L);
   }
   if (kind == LUA_TBOOLEAN) {
     return luaL_error(L, "property '%s' of %s is read-only", key_text(L, 2), upvalue_class_name(L));
@@ -182,7 +183,13 @@ void zplua_cclass(lua_State* L, const char* lua_name, const char* cls_name, cons
   if (!is_complete(L, state, slot)) {
     make_hidden(L, state, slot, base_slot);
     state->metatable[slot] = lua_topointer(L, table);
-    set_access_function(L, "__index", index_value, kGetters, table + 1, 0);
+    if (base_slot < kMaxScriptClasses) {
+      set_access_function(L, "__index", index_value, kGetters, table + 1, 0);
+    } else {
+      lua_pushliteral(L, "__index");
+      lua_pushvalue(L, table);
+      lua_rawset(L, table);
+    }
     set_access_function(L, "__newindex", assign_value, kSetters, table + 1, 0);
     push_hidden(L, state, slot);
     lua_pushboolean(L, 1);
@@ -219,6 +226,11 @@ void zplua_variable(lua_State* L, const char* name, lua_CFunction getter, lua_CF
   if (slot == kMaxScriptClasses) {
     luaL_error(L, "property '%s' needs an open class", name);
   }
+  lua_pushliteral(L, "__index");
+  if (lua_rawget(L, table) == LUA_TTABLE) {
+    set_access_function(L, "__index", index_value, kGetters, table + 1, 0);
+  }
+  lua_settop(L, table);
   push_hidden(L, state, slot);
   for (const int accessors : {kGetters, kSetters}) {
     lua_rawgeti(L, table + 1, accessors);
