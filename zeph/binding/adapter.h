@@ -245,7 +245,7 @@ struct SignatureItems;
 template <typename R, typename... Ps>
 struct SignatureItems<R(Ps...)> {
   using Type =
-      typename Merge<ItemList<>, typename Argument<Ps>::Items..., typename Result<std::remove_cvref_t<R>>::Items>::Type;
+      typename Merge<ItemList<>, typename Result<std::remove_cvref_t<R>>::Items, typename Argument<Ps>::Items...>::Type;
 };
 
 template <auto kNative, Order kOrder>

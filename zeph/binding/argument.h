@@ -16,7 +16,7 @@ class ArgumentViews {
 
   ArgumentViews(lua_State* lua, const ScriptState* script_state) noexcept : L(lua), state(script_state) {}
 
-  int type(int index) noexcept {
+  int type(int index) {
     int& type = m_types[index - 1];
     if (type == kUnknown) {
       type = lua_type(L, index);
@@ -24,7 +24,7 @@ class ArgumentViews {
     return type;
   }
   /// Identity of the metatable of a table; null if it has none. Leaves a metatable on the stack.
-  const void* metatable(int index) noexcept {
+  const void* metatable(int index) {
     if (!m_seen[index - 1]) {
       m_seen[index - 1] = true;
       m_metatables[index - 1] = lua_getmetatable(L, index) != 0 ? lua_topointer(L, -1) : nullptr;
@@ -32,7 +32,7 @@ class ArgumentViews {
     return m_metatables[index - 1];
   }
   /// The userdata of a class, null if the argument is none that lives.
-  ObjectSlot* object(int index, unsigned slot) noexcept {
+  ObjectSlot* object(int index, unsigned slot) {
     m_objects[index - 1] = zplua_objectofclass(L, index, state, slot);
     return m_objects[index - 1];
   }

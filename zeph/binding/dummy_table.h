@@ -52,7 +52,7 @@ inline void push_member(lua_State* L, unsigned char value) {
 }
 template <typename Keys, DummyType T>
 inline void push_member(lua_State* L, const T& value) {
-  build_table<Keys>(L, value);
+  build_table<typename Keys::template Only<typename WriteItems<T>::Type>>(L, value);
 }
 
 template <typename Keys, typename T, typename... Fields>
@@ -61,9 +61,10 @@ inline void store_members(lua_State* L, int table, const T& value, FieldList<Fie
    (Keys::template Push<Key<Fields::kKey>>(L), push_member<Keys>(L, value.*Fields::kMember), lua_rawset(L, table)));
 }
 
-/// Pushes a new table with the value. No metamethod runs: the metatable is set last.
+/// Pushes a new table with the value. No metamethod runs: the metatable is set last. One function for all handlers that
+/// have the keys at the same places; beside what it does the call is nothing.
 template <typename Keys, DummyType T>
-inline void build_table(lua_State* L, const T& value) {
+[[gnu::noinline]] void build_table(lua_State* L, const T& value) {
   using Fields = typename ScriptClass<T>::Fields;
   lua_createtable(L, 0, Fields::kCount + 1);
   Keys::template Push<Key<kDummyTypeKey>>(L);
@@ -74,21 +75,30 @@ inline void build_table(lua_State* L, const T& value) {
   lua_setmetatable(L, -2);
 }
 
+/// Where a value takes this many fields or has values inside, the calls of Lua's that read it weigh so much that one
+/// function for all handlers costs nothing beside them.
+template <typename T>
+inline constexpr bool kReadApart = kReadSlots<T> > 4;
+
 /// Reads a table of class T. A field that is missing or of the wrong type leaves that member of `value` as it is.
 /// Pushes at most kReadSlots<T> - 1 values and leaves them. False when a field was nil.
 template <typename Keys, DummyType T>
 bool read_table(lua_State* L, const ScriptState* state, int table, T& value);
 
+/// The member whose raw field is no number: a text that says one. Rare, so it stays out of the handlers.
+[[gnu::noinline, gnu::cold]] inline void read_text_member(lua_State* L, float& member) {
+  int is_number = 0;
+  const lua_Number number = lua_tonumberx(L, -1, &is_number);
+  if (is_number != 0) {
+    member = static_cast<float>(number);
+  }
+}
 /// The member whose raw field, of Lua type `type`, is on top of the stack.
 inline void read_member(lua_State* L, int type, float& member) {
   if (type == LUA_TNUMBER) {
     member = static_cast<float>(lua_tonumberx(L, -1, nullptr));
-  } else if (type == LUA_TSTRING) {
-    int is_number = 0;
-    const lua_Number number = lua_tonumberx(L, -1, &is_number);
-    if (is_number != 0) {
-      member = static_cast<float>(number);
-    }
+  } else {
+    read_text_member(L, member);
   }
 }
 /// Integers keep their low bits. A float is none, not even one with an integral value.
@@ -127,12 +137,21 @@ inline bool read_fields(lua_State* L, const ScriptState* state, int table, T& va
 }
 
 template <typename Keys, DummyType T>
-inline bool read_table(lua_State* L, const ScriptState* state, int table, T& value) {
+[[gnu::noinline]] bool read_apart(lua_State* L, const ScriptState* state, int table, T& value) {
   return read_fields<Keys>(L, state, table, value, typename ScriptClass<T>::Fields{});
 }
 
+template <typename Keys, DummyType T>
+inline bool read_table(lua_State* L, const ScriptState* state, int table, T& value) {
+  if constexpr (kReadApart<T>) {
+    return read_apart<typename Keys::template Only<typename ReadItems<T>::Type>>(L, state, table, value);
+  } else {
+    return read_fields<Keys>(L, state, table, value, typename ScriptClass<T>::Fields{});
+  }
+}
+
 template <typename Keys, typename T, typename... Fields>
-inline void fill_missing_fields(lua_State* L, int table, FieldList<Fields...>) {
+[[gnu::noinline, gnu::cold]] void fill_missing_fields(lua_State* L, int table, FieldList<Fields...>) {
   const auto fill = [L, table]<typename F>(F) {
     Keys::template Push<Key<F::kKey>>(L);
     const int type = lua_rawget(L, table);
@@ -167,8 +186,13 @@ inline void write_fields(lua_State* L, int table, const T& value, bool complete,
 }
 
 template <typename Keys, DummyType T>
-inline void write_table(lua_State* L, int table, const T& value, bool complete) {
+[[gnu::noinline]] void write_apart(lua_State* L, int table, const T& value, bool complete) {
   write_fields<Keys>(L, table, value, complete, typename ScriptClass<T>::Fields{});
+}
+template <typename Keys, DummyType T>
+inline void write_table(lua_State* L, int table, const T& value, bool complete) {
+  write_apart<typename Keys::template Only<typename FieldItems<typename ScriptClass<T>::Fields>::Write>>(
+      L, table, value, complete);
 }
 
 }  // namespace zeph::binding

@@ -34,7 +34,7 @@ struct MetatableOf {
 template <typename... Items>
 struct ItemList {
   static constexpr int kCount = sizeof...(Items);
-  static void Push([[maybe_unused]] lua_State* L) { (Items::Push(L), ...); }
+  [[gnu::noinline, gnu::cold]] static void Push([[maybe_unused]] lua_State* L) { (Items::Push(L), ...); }
 
   template <typename Item>
   static consteval int IndexOf() {
@@ -43,8 +43,22 @@ struct ItemList {
     ((found = std::is_same_v<Items, Item> ? index : found, ++index), ...);
     return found;
   }
+  /// Where the items of another list begin, if they stand here one behind the other; else -1.
+  template <typename Part>
+  static consteval int PlaceOf() {
+    return PlaceOfItems(Part{});
+  }
   template <typename Item>
   using With = std::conditional_t<(std::is_same_v<Items, Item> || ...), ItemList, ItemList<Items..., Item>>;
+
+ private:
+  template <typename First, typename... Rest>
+  static consteval int PlaceOfItems(ItemList<First, Rest...>) {
+    const int place = IndexOf<First>();
+    int next = place;
+    const bool together = (place >= 0) && (... && (IndexOf<Rest>() == ++next));
+    return together ? place : -1;
+  }
 };
 
 template <typename List, typename... Items>
@@ -103,20 +117,27 @@ struct WriteItems<T> : Merge<ItemList<Key<kDummyTypeKey>, ClsNameOf<T>, Metatabl
 template <typename Items, int kFirstUpvalue>
 struct UpvalueKeys {
   template <typename Item>
-  static void Push(lua_State* L) noexcept {
+  static void Push(lua_State* L) {
     constexpr int index = Items::template IndexOf<Item>();
     static_assert(index >= 0, "the handler was not given this item");
     lua_pushvalue(L, lua_upvalueindex(kFirstUpvalue + index));
   }
+  /// The same items at the same places, of which only those in `Part` are asked for. Where they stand together, in
+  /// their order, what stands around them makes no difference to the type.
+  template <typename Part>
+  using Only = std::conditional_t<(Items::template PlaceOf<Part>() >= 0),
+                                  UpvalueKeys<Part, kFirstUpvalue + Items::template PlaceOf<Part>()>, UpvalueKeys>;
   /// The metatable of a class whose values the handler builds.
   template <typename T>
-  static void PushMetatable(lua_State* L) noexcept {
+  static void PushMetatable(lua_State* L) {
     Push<MetatableOf<T>>(L);
   }
 };
 
 /// Items by name, for native code that is in no handler.
 struct NamedKeys {
+  template <typename>
+  using Only = NamedKeys;
   template <typename Item>
   static void Push(lua_State* L) {
     Item::Push(L);

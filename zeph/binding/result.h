@@ -95,7 +95,7 @@ struct Result<T> {
   using Items = typename WriteItems<T>::Type;
   template <typename Keys>
   static int Push(lua_State* L, ScriptState*, const T& value) {
-    build_table<Keys>(L, value);
+    build_table<typename Keys::template Only<typename WriteItems<T>::Type>>(L, value);
     return 1;
   }
 };

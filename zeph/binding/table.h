@@ -14,6 +14,14 @@
 
 namespace zeph::binding {
 
+/// Adds a function to the open table, with the items that `push_items` pushes as upvalues.
+[[gnu::noinline, gnu::cold]] inline void add_function(lua_State* L, const char* name, lua_CFunction function,
+                                                      void (*push_items)(lua_State*), int items) {
+  luaL_checkstack(L, items + LUA_MINSTACK, name);
+  push_items(L);
+  zplua_function(L, name, function, items);
+}
+
 /// A function of a class or module.
 template <FixedText kText, typename What>
 struct Row {
@@ -22,10 +30,8 @@ struct Row {
   using AccessorItems = ItemList<>;
 
   static void Register(lua_State* L) {
-    luaL_checkstack(L, What::Items::kCount + LUA_MINSTACK, kText.text);
-    What::Items::Push(L);
-    zplua_function(L, kText.text, &What::template Handle<UpvalueKeys<typename What::Items, kFirstFunctionUpvalue>>,
-                   What::Items::kCount);
+    add_function(L, kText.text, &What::template Handle<UpvalueKeys<typename What::Items, kFirstFunctionUpvalue>>,
+                 &What::Items::Push, What::Items::kCount);
   }
   template <typename Keys>
   static void RegisterProperty(lua_State*) {}
@@ -86,7 +92,7 @@ template <typename... Rows>
 struct FunctionTable {
   static_assert(names_are_unique(std::array{Rows::kName...}), "two rows have one name");
 
-  static void Register(lua_State* L) { (Rows::Register(L), ...); }
+  [[gnu::cold]] static void Register(lua_State* L) { (Rows::Register(L), ...); }
 };
 
 /// Functions and properties of the class of T.
@@ -95,7 +101,7 @@ struct ClassTable {
   static_assert(names_are_unique(std::array{Rows::kName...}), "two rows have one name");
   using AccessorItems = typename Merge<typename Rows::AccessorItems...>::Type;
 
-  static void Register(lua_State* L) {
+  [[gnu::cold]] static void Register(lua_State* L) {
     (Rows::Register(L), ...);
     if constexpr (kHasProperties) {
       luaL_checkstack(L, AccessorItems::kCount + LUA_MINSTACK, ScriptClass<T>::kClsName);

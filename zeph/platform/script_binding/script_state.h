@@ -44,7 +44,7 @@ struct BareValues {
   static constexpr int kCollect = 3;
 
   /// Has no script replaced "__gc"?
-  [[nodiscard]] bool CollectsPlainly() const noexcept {
+  [[nodiscard]] bool CollectsPlainly() const {
     lua_pushvalue(ready, kCollectKey);
     lua_rawget(ready, kMetatable);
     const bool plainly = lua_topointer(ready, -1) == collect;
@@ -88,19 +88,19 @@ ZEPH_PLATFORM_API unsigned zplua_classslot(const char* cls_name);
 ZEPH_PLATFORM_API ScriptState* zplua_state(lua_State* L);
 
 /// The state as a handler finds it among its upvalues.
-inline ScriptState* zplua_upvaluestate(lua_State* L) noexcept {
+inline ScriptState* zplua_upvaluestate(lua_State* L) {
   return static_cast<ScriptState*>(lua_touserdata(L, lua_upvalueindex(1)));
 }
 
 /// True when the table at `index` is a value of the class. Leaves the metatable, if there is one, on the stack.
-inline bool zplua_tableofclass(lua_State* L, int index, const ScriptState* state, unsigned slot) noexcept {
+inline bool zplua_tableofclass(lua_State* L, int index, const ScriptState* state, unsigned slot) {
   return lua_type(L, index) == LUA_TTABLE && lua_getmetatable(L, index) != 0 &&
          lua_topointer(L, -1) == state->metatable[slot];
 }
 
 /// The userdata at `index` if it holds a bare value or a live object of the class in this state, else null. Leaves the
 /// metatable, if there is one, on the stack.
-inline ObjectSlot* zplua_objectofclass(lua_State* L, int index, const ScriptState* state, unsigned slot) noexcept {
+inline ObjectSlot* zplua_objectofclass(lua_State* L, int index, const ScriptState* state, unsigned slot) {
   auto* place = static_cast<ObjectSlot*>(lua_touserdata(L, index));
   // A light userdata has length 0, another library's userdata another tag.
   if (place == nullptr || lua_rawlen(L, index) < kObjectSlotSize) {
