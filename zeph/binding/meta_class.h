@@ -39,7 +39,7 @@ inline void register_standard_entries(lua_State* L, bool is_dummy_type, const ch
 /// Makes the class of T in the open module, with `name` as an alias where that differs from the class's own name. A
 /// null name is the class's default name.
 template <ScriptType T>
-void register_class(lua_State* L, const char* name) {
+[[gnu::cold]] void register_class(lua_State* L, const char* name) {
   using Class = typename ScriptClass<T>::Type;
   const char* lua_name = Class::LuaName();
   if (name == nullptr) {
