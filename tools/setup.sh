@@ -22,6 +22,11 @@ test_packages=(
   clang:clang++
   libclang-rt-dev:'/usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.asan-*.a'
   llvm:llvm-symbolizer  # function names in the reports of the sanitizers
+  pkgconf:pkg-config
+  dpkg-dev:dpkg-shlibdeps
+  fakeroot:fakeroot
+  file:file  # by which cpack tells programs and libraries
+  luarocks:luarocks
 )
 
 # Sets `missing` to those of the packages that are not there.
