@@ -16,10 +16,11 @@
 
 namespace zeph::binding {
 
-/// Ids of the objects that are in Lua, of all wrapped classes together. The one released last is given out first.
+/// Ids of the objects that are in Lua, of all wrapped classes of all libraries together: there is one pool, that of
+/// libmath3d. The id released last is given out first.
 class ScriptObjectIdPool {
  public:
-  static ScriptObjectIdPool& Instance();
+  ZEPH_MATH3D_API static ScriptObjectIdPool& Instance();
 
   std::uint32_t Acquire() {
     if (free_ids.empty()) {
