@@ -12,6 +12,7 @@ set(MATH3D_TEST_PREFIX "" CACHE STRING "Put before the names of tests, to tell b
 option(MATH3D_TEST_DETERMINISM "Test that g++ and clang++ give the same bits at every optimisation level" OFF)
 option(MATH3D_TEST_INSTALL "Test programs and scripts of others against what this build installs" OFF)
 option(MATH3D_TEST_PACKAGING "Test the packages, and a platform other than ours" OFF)
+option(MATH3D_TEST_SOURCES "Test what does not depend on the build: style, documents, debuggers' views" OFF)
 option(MATH3D_WERROR "Treat warnings as errors" OFF)
 
 # Shared, unless the project around this one or the command line says otherwise.
