@@ -27,6 +27,7 @@ test_packages=(
   fakeroot:fakeroot
   file:file  # by which cpack tells programs and libraries
   luarocks:luarocks
+  gdb:gdb
 )
 
 # Sets `missing` to those of the packages that are not there.
