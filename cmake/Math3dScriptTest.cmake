@@ -1,5 +1,5 @@
-# Tests that run a Lua script: in the stock interpreter, but for builds with sanitizers, of which it knows nothing. Those
-# have a host of their own.
+# Tests that run a Lua script: in the stock interpreter, but for builds with sanitizers, of which it knows nothing.
+# Those have a host of their own.
 
 if(MATH3D_SANITIZE)
   add_executable(script_host ${PROJECT_SOURCE_DIR}/tests/native/script_host.cpp)
@@ -11,7 +11,8 @@ endif()
 
 # math3d_script_test(NAME SCRIPT ARGUMENTS...)
 function(math3d_script_test name script)
-  add_test(NAME ${MATH3D_TEST_PREFIX}${name} COMMAND ${MATH3D_SCRIPT_HOST} ${CMAKE_CURRENT_SOURCE_DIR}/${script} ${ARGN})
+  add_test(NAME ${MATH3D_TEST_PREFIX}${name}
+    COMMAND ${MATH3D_SCRIPT_HOST} ${CMAKE_CURRENT_SOURCE_DIR}/${script} ${ARGN})
   set_tests_properties(${MATH3D_TEST_PREFIX}${name} PROPERTIES ENVIRONMENT
     "LUA_CPATH=${PROJECT_BINARY_DIR}/lua/?.so;LUA_PATH=${PROJECT_SOURCE_DIR}/tests/lua/?.lua;LUA_INIT=require 'math3d'")
 endfunction()

@@ -230,9 +230,9 @@ local function differ(a, b)
 end
 
 local rows = {}
-local above, row, below = {}, sample_row(1), nil
+local above, row = {}, sample_row(1)
 for y = 1, height do
-  below = sample_row(y + 1)
+  local below = sample_row(y + 1)
   local bytes = {}
   for x = 1, width do
     local color = row[x]

@@ -1,4 +1,4 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2034,SC2154
 # What ./run and ./test share; both set `root`, the checkout, and source this file.
 #
 # Everything here says what it does on standard error, and says nothing when there is nothing to do. No child reads the
@@ -28,6 +28,9 @@ test_packages=(
   file:file  # by which cpack tells programs and libraries
   luarocks:luarocks
   gdb:gdb
+  clang-format:clang-format
+  lua-check:luacheck
+  shellcheck:shellcheck
 )
 
 # Sets `missing` to those of the packages that are not there.

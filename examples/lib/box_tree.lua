@@ -63,12 +63,13 @@ function box_tree.plant(items)
     local i = 1
     while i <= count do
       local entry = tree[i]
-      local enter, leave, axis = slabs(x, y, z, per_x, per_y, per_z, entry.low, entry.high)
+      local enter, leave = slabs(x, y, z, per_x, per_y, per_z, entry.low, entry.high)
       if leave > 0 and enter <= leave then
         local to_box = entry.to_box
         if to_box then
           -- The ray goes into the space of the box, where the box stands along the axes.
           local from, inside = transform_coord(origin, to_box), transform_normal(direction, to_box)
+          local axis
           enter, leave, axis = slabs(from.x, from.y, from.z, 1 / inside.x, 1 / inside.y, 1 / inside.z,
             entry.box_low, entry.box_high)
           if leave > 0 and enter < leave and meet(entry.item, enter, leave, axis, inside) then return end

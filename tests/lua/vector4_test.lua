@@ -1,7 +1,7 @@
 -- Vector4: every name of it. It has no mutator.
 require "math3d"
 local t = require "harness"
-local eq, ok, raises = t.eq, t.ok, t.raises
+local eq, raises = t.eq, t.raises
 local V, needed = math3d.Vector4, t.needed.Vector4
 local inf, nan = math.huge, 0 / 0
 local v, v3 = V.new, math3d.Vector3.new(7, 8, 9)
