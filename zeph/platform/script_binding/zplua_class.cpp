@@ -12,8 +12,8 @@ constexpr int kAccessorsUpvalue = 3;
 void* to_pointer(lua_CFunction function) { return reinterpret_cast<void*>(function); }
 lua_CFunction to_function(void* pointer) { return reinterpret_cast<lua_CFunction>(pointer); }
 
-/// `__index` of a class with properties: (value, name). First what the class table holds, then the properties, else nil.
-/// Without properties it is the class table itself, which costs no call.
+/// `__index` of a class with properties: (value, name). First what the class table holds, then the properties, else
+/// nil. Without properties it is the class table itself, which costs no call.
 int index_value(lua_State* L) {
   lua_pushvalue(L, 2);
   if (lua_rawget(L, lua_upvalueindex(kClassUpvalue)) != LUA_TNIL) {
