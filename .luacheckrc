@@ -15,6 +15,8 @@ files["examples/embedding/objects.lua"] = {
   globals = {"choose_table", "choose_userdata", "forget", "on_report"},
 }
 
+files["tests/consumer/script.lua"] = {globals = {"matrix", "mirrored", "position"}}
+
 files["tests"] = {
   read_globals = {"probe"},
   globals = {"math3d.Matrix", "probe.Probe"}, -- some tests replace entries of classes

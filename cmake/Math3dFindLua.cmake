@@ -9,6 +9,8 @@ find_library(MATH3D_LUA_LIBRARY NAMES lua${MATH3D_LUA_VERSION} lua-${MATH3D_LUA_
 # A directory called just "lua" may hold any version.
 set(MATH3D_LUA_FOUND_VERSION NOTFOUND)
 if(EXISTS "${MATH3D_LUA_INCLUDE_DIR}/lua.h")
-  file(STRINGS "${MATH3D_LUA_INCLUDE_DIR}/lua.h" MATH3D_LUA_FOUND_VERSION REGEX "define[ \t]+LUA_VERSION_(MAJOR|MINOR)[ \t]")
-  string(REGEX REPLACE "[^0-9]*([0-9]+)[^0-9]+([0-9]+).*" "\\1.\\2" MATH3D_LUA_FOUND_VERSION "${MATH3D_LUA_FOUND_VERSION}")
+  file(STRINGS "${MATH3D_LUA_INCLUDE_DIR}/lua.h" MATH3D_LUA_FOUND_VERSION
+    REGEX "define[ \t]+LUA_VERSION_(MAJOR|MINOR)[ \t]")
+  string(REGEX REPLACE "[^0-9]*([0-9]+)[^0-9]+([0-9]+).*" "\\1.\\2" MATH3D_LUA_FOUND_VERSION
+    "${MATH3D_LUA_FOUND_VERSION}")
 endif()

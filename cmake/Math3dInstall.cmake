@@ -26,7 +26,8 @@ install(DIRECTORY zeph DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT develop
 # Projects that use CMake.
 configure_package_config_file(cmake/math3dConfig.cmake.in "${PROJECT_BINARY_DIR}/math3dConfig.cmake"
   INSTALL_DESTINATION ${config_dir} NO_SET_AND_CHECK_MACRO)
-write_basic_package_version_file("${PROJECT_BINARY_DIR}/math3dConfigVersion.cmake" COMPATIBILITY ${MATH3D_COMPATIBILITY})
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/math3dConfigVersion.cmake"
+  COMPATIBILITY ${MATH3D_COMPATIBILITY})
 install(EXPORT math3d_library_targets NAMESPACE math3d:: FILE math3dLibrary.cmake
   DESTINATION ${config_dir} COMPONENT development)
 install(FILES "${PROJECT_BINARY_DIR}/math3dConfig.cmake" "${PROJECT_BINARY_DIR}/math3dConfigVersion.cmake"

@@ -1,6 +1,6 @@
 # Debian packages, by `cpack` in a build directory: libmath3d, libmath3d-dev and lua-math3d, for the usual Lua. The
-# library is compiled for one version of Lua, so those for another one have its name behind theirs, and the same files in
-# them, so that a system has either.
+# library is compiled for one version of Lua, so those for another one have its name behind theirs, and the same files
+# in them, so that a system has either.
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME math3d)

@@ -34,6 +34,7 @@ function(math3d_library target name)
     set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${MATH3D_SOVERSION})
   endif()
   target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${MATH3D_INCLUDE_ROOT}>")
-  target_link_libraries(${target} PUBLIC math3d_lua_headers math3d_arithmetic PRIVATE $<BUILD_INTERFACE:math3d_warnings>)
+  target_link_libraries(${target} PUBLIC math3d_lua_headers math3d_arithmetic
+    PRIVATE $<BUILD_INTERFACE:math3d_warnings>)
   add_library(math3d::${name} ALIAS ${target})
 endfunction()
