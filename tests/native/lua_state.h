@@ -1,43 +1,16 @@
 /// A Lua state for one test, with the standard libraries and the modules math3d and probe.
 #pragma once
 
-#include <cstdlib>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include <zeph/math3d.h>
 
+#include "allocator.h"
 #include "probe.h"
 
 namespace zeph::test {
-
-/// Counts the bytes of a state and refuses the request that `fail_at` counts down to.
-struct Allocator {
-  std::size_t bytes = 0;
-  long fail_at = -1;  ///< requests that grow a block still to grant before one is refused; negative: grants all
-
-  static void* allocate(void* context, void* block, std::size_t old_size, std::size_t new_size) {
-    auto& self = *static_cast<Allocator*>(context);
-    if (block == nullptr) {
-      old_size = 0;  // then it tells the kind of object
-    }
-    if (new_size == 0) {
-      self.bytes -= old_size;
-      std::free(block);
-      return nullptr;
-    }
-    if (new_size > old_size && self.fail_at >= 0 && self.fail_at-- == 0) {
-      self.fail_at = 0;  // every later request fails too, also the one after the emergency collection
-      return nullptr;
-    }
-    void* moved = std::realloc(block, new_size);
-    if (moved != nullptr) {
-      self.bytes += new_size - old_size;
-    }
-    return moved;
-  }
-};
 
 class LuaState {
  public:

@@ -1,0 +1,17 @@
+/// FILE...: gives each of the inputs to the fuzz target once: what was found is tested again, without the fuzzer.
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <vector>
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size);
+
+int main(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    std::ifstream file(argv[i], std::ios::binary);
+    const std::vector<char> bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    LLVMFuzzerTestOneInput(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+  }
+  std::printf("%d inputs\n", argc - 1);
+  return argc > 1 ? 0 : 1;
+}

@@ -1,0 +1,45 @@
+/// The memory of a Lua state, as tests want it.
+#pragma once
+
+#include <cstddef>
+#include <cstdlib>
+
+namespace zeph::test {
+
+/// Counts the bytes of a state. It can refuse the request that `fail_at` counts down to, or collect at every request.
+struct Allocator {
+  std::size_t bytes = 0;
+  long fail_at = -1;  ///< requests that grow a block still to grant before one is refused; negative: grants all
+  /// Refuses every request once: Lua collects all garbage then, and asks again.
+  bool collects = false;
+  bool asked = false;
+
+  static void* allocate(void* context, void* block, std::size_t old_size, std::size_t new_size) {
+    auto& self = *static_cast<Allocator*>(context);
+    if (block == nullptr) {
+      old_size = 0;  // then it tells the kind of object
+    }
+    if (new_size == 0) {
+      self.bytes -= old_size;
+      std::free(block);
+      return nullptr;
+    }
+    if (new_size > old_size && self.fail_at >= 0 && self.fail_at-- == 0) {
+      self.fail_at = 0;  // every later request fails too, also the one after the emergency collection
+      return nullptr;
+    }
+    if (new_size > old_size && self.collects) {
+      self.asked = !self.asked;
+      if (self.asked) {
+        return nullptr;
+      }
+    }
+    void* moved = std::realloc(block, new_size);
+    if (moved != nullptr) {
+      self.bytes += new_size - old_size;
+    }
+    return moved;
+  }
+};
+
+}  // namespace zeph::test
