@@ -7,8 +7,8 @@
 #include <zeph/platform/export.h>
 
 struct LuaObjectAccess;
+struct ObjectSlot;
 struct ScriptState;
-struct WatchRecord;
 struct lua_State;
 
 namespace zeph::binding {
@@ -56,7 +56,11 @@ class ZEPH_PLATFORM_API LuaObject {
   std::uint32_t object_id = 0;
 
  private:
-  WatchRecord* m_watch = nullptr;  ///< in Lua's memory, while the state watches the object
+  // While a state watches the object: the state, the head of the userdata, the neighbours in the state's list.
+  ScriptState* m_state = nullptr;
+  ObjectSlot* m_place = nullptr;
+  LuaObject* m_next = nullptr;
+  LuaObject* m_previous = nullptr;
 };
 
 }  // namespace zeph::binding

@@ -52,12 +52,11 @@ const char* LuaObject::GetClass() const { return ""; }
 const char* LuaObject::GetClsName() const { return ""; }
 const char* LuaObject::GetLuaName() const { return ""; }
 LuaObject::~LuaObject() {
-  if (m_watch != nullptr) {
-    m_watch->place->object = nullptr;
+  if (m_state != nullptr) {
     LuaObjectAccess::Unwatch(this);
   }
 }
-ScriptState* LuaObject::State() const noexcept { return m_watch == nullptr ? nullptr : m_watch->state; }
+ScriptState* LuaObject::State() const noexcept { return m_state; }
 void LuaObject::SetBuiltinObject(Object*) {}
 Object* LuaObject::GetBuiltinObject() { return nullptr; }
 void LuaObject::OnBeforeLuaCreate() {}

@@ -42,22 +42,40 @@ bool points_into(const void* pointer, const Element (&array)[kCount]) {
   return address >= first && address < first + sizeof array;
 }
 
+/// Forgets the userdata that are no more: the state's table of guardians tells which are there.
+void forget_lost_places(lua_State* L, const ScriptState* state) {
+  for (LuaObject* object = state->watched; object != nullptr; object = LuaObjectAccess::Next(object)) {
+    LuaObjectAccess::Place(object) = nullptr;
+  }
+  push_guardians(L);
+  for (lua_pushnil(L); lua_next(L, -2) != 0; lua_pop(L, 1)) {
+    ObjectSlot* place = static_cast<Guardian*>(lua_touserdata(L, -1))->place;
+    if (place != nullptr && place->object != nullptr) {
+      LuaObjectAccess::Place(place->object) = place;
+    }
+  }
+}
+
 /// Runs last of all finalizers of this layer, since its userdata is made first.
 int close_state(lua_State* L) {
   auto* state = static_cast<ScriptState*>(lua_touserdata(L, 1));
   state->closed = true;
-  LuaObjectAccess::RemoveWatched(state);
+  forget_lost_places(L, state);
+  while (LuaObject* object = state->watched) {
+    LuaObjectAccess::Unwatch(object);
+    object->OnBeforeLuaRemove();
+  }
   lua::LuaEngine::getInstance().SetRunningState(nullptr);
   return 0;
 }
 
 int end_guardian(lua_State* L) {
-  auto* record = static_cast<WatchRecord*>(lua_touserdata(L, 1));
-  if (LuaObject* made = std::exchange(record->made, nullptr)) {
+  auto* guardian = static_cast<Guardian*>(lua_touserdata(L, 1));
+  if (LuaObject* made = std::exchange(guardian->made, nullptr)) {
     made->OnBeforeLuaRemove();
   }
-  if (record->place != nullptr) {
-    LuaObjectAccess::Remove(record->state, record->place);
+  if (guardian->place != nullptr) {
+    LuaObjectAccess::Remove(guardian->state, guardian->place);
   }
   return 0;
 }
@@ -151,23 +169,27 @@ void push_guardians(lua_State* L) { lua_rawgetp(L, LUA_REGISTRYINDEX, &guardians
 
 }  // namespace zeph::binding
 
-void LuaObjectAccess::Watch(WatchRecord* record, ScriptState* state, ObjectSlot* place,
-                            zeph::binding::LuaObject* object) noexcept {
-  *record = {nullptr, state, place, state->watched, nullptr};
-  if (record->next != nullptr) {
-    record->next->previous = record;
+void LuaObjectAccess::Watch(ScriptState* state, zeph::binding::LuaObject* object) noexcept {
+  object->m_state = state;
+  object->m_next = state->watched;
+  if (object->m_next != nullptr) {
+    object->m_next->m_previous = object;
   }
-  state->watched = record;
-  object->m_watch = record;
+  state->watched = object;
 }
 
+/// The userdata, if there is one, holds no object any more.
 void LuaObjectAccess::Unwatch(zeph::binding::LuaObject* object) noexcept {
-  WatchRecord* record = std::exchange(object->m_watch, nullptr);
-  if (record->next != nullptr) {
-    record->next->previous = record->previous;
+  if (ObjectSlot* place = std::exchange(object->m_place, nullptr)) {
+    place->object = nullptr;
   }
-  (record->previous != nullptr ? record->previous->next : record->state->watched) = record->next;
-  record->place = nullptr;
+  auto* next = std::exchange(object->m_next, nullptr);
+  auto* previous = std::exchange(object->m_previous, nullptr);
+  if (next != nullptr) {
+    next->m_previous = previous;
+  }
+  (previous != nullptr ? previous->m_next : object->m_state->watched) = next;
+  object->m_state = nullptr;
 }
 
 void LuaObjectAccess::Remove(ScriptState* state, ObjectSlot* place) {
@@ -179,12 +201,6 @@ void LuaObjectAccess::Remove(ScriptState* state, ObjectSlot* place) {
       Unwatch(object);
     }
     object->OnBeforeLuaRemove();
-  }
-}
-
-void LuaObjectAccess::RemoveWatched(ScriptState* state) {
-  while (state->watched != nullptr) {
-    Remove(state, state->watched->place);
   }
 }
 

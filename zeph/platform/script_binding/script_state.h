@@ -13,13 +13,11 @@ inline constexpr unsigned kMaxScriptClasses = 64;
 struct ObjectSlot;
 struct ScriptState;
 
-/// An object that its state watches; stands in the guardian's userdata, which lives as long as the object's own.
-struct WatchRecord {
+/// What the userdata of a guardian holds. It lives at least as long as the object's own, which it keeps in memory.
+struct Guardian {
   zeph::binding::LuaObject* made;  ///< an object on its way into the userdata
   ScriptState* state;
-  ObjectSlot* place;  ///< head of the object's userdata; null when there is nothing left to end
-  WatchRecord* next;
-  WatchRecord* previous;
+  ObjectSlot* place;  ///< head of the object's userdata; null until the object stands there
 };
 
 /// Makes the script object on the native heap that a bare value turns into. Null when memory runs out.
@@ -60,8 +58,9 @@ struct ScriptState {
   /// By slot.
   BareValues bare[kMaxScriptClasses + 1];
   /// All objects. Each has a guardian in Lua that ends it with its userdata, whatever a script does to the class's
-  /// "__gc".
-  WatchRecord* watched = nullptr;
+  /// "__gc". When Lua has no memory left to call a finalizer, it frees the userdata without: so the list runs through
+  /// the objects, and one whose guardian got lost ends with the state.
+  zeph::binding::LuaObject* watched = nullptr;
   /// Set when the state's finalizer has run: it takes no more objects.
   bool closed = false;
 };
@@ -120,13 +119,13 @@ inline bool zplua_isbarevalue(const ObjectSlot* place, const ScriptState* state,
 
 /// What only the platform touches of a LuaObject.
 struct LuaObjectAccess {
-  static bool IsWatched(const zeph::binding::LuaObject* object) noexcept { return object->m_watch != nullptr; }
-  static void Watch(WatchRecord* record, ScriptState* state, ObjectSlot* place,
-                    zeph::binding::LuaObject* object) noexcept;
+  static bool IsWatched(const zeph::binding::LuaObject* object) noexcept { return object->m_state != nullptr; }
+  static ObjectSlot*& Place(zeph::binding::LuaObject* object) noexcept { return object->m_place; }
+  static zeph::binding::LuaObject* Next(const zeph::binding::LuaObject* object) noexcept { return object->m_next; }
+  static void Watch(ScriptState* state, zeph::binding::LuaObject* object) noexcept;
   static void Unwatch(zeph::binding::LuaObject* object) noexcept;
   /// Ends what a userdata holds, if it is still there.
   static void Remove(ScriptState* state, ObjectSlot* place);
-  static void RemoveWatched(ScriptState* state);
 };
 
 /// Results of a class may stand in Lua as bare values from now on: `make` turns one into an object when native code

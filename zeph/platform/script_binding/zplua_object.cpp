@@ -11,35 +11,40 @@ namespace {
 using namespace zeph::binding;
 
 /// Pushes a new guardian that keeps the userdata at `index` in memory. Making it may collect garbage.
-WatchRecord* push_guardian(lua_State* L, int index) {
-  auto* record = static_cast<WatchRecord*>(lua_newuserdatauv(L, sizeof(WatchRecord), 1));
-  *record = {};
-  const int guardian = lua_gettop(L);
+Guardian* push_guardian(lua_State* L, int index, ScriptState* state) {
+  auto* guardian = static_cast<Guardian*>(lua_newuserdatauv(L, sizeof(Guardian), 1));
+  *guardian = {nullptr, state, nullptr};
+  const int place = lua_gettop(L);
   lua_pushvalue(L, index);
 #if LUA_VERSION_NUM >= 504
-  lua_setiuservalue(L, guardian, 1);
+  lua_setiuservalue(L, place, 1);
 #else
-  lua_setuservalue(L, guardian);
+  lua_setuservalue(L, place);
 #endif
   push_guardian_metatable(L);
-  lua_setmetatable(L, guardian);
-  return record;
+  lua_setmetatable(L, place);
+  return guardian;
 }
 
 /// The userdata at `index` is the one of the object, and lives under the guardian on top of the stack, which is popped.
 /// What can fail comes first; nothing here collects garbage.
 void watch(lua_State* L, int index, ScriptState* state, ObjectSlot* place, LuaObject* object) {
-  const int guardian = lua_gettop(L);
-  auto* record = static_cast<WatchRecord*>(lua_touserdata(L, guardian));
+  const int top = lua_gettop(L);
   push_identities(L);
   lua_pushvalue(L, index);
   lua_rawsetp(L, -2, object);
   push_guardians(L);
   lua_pushvalue(L, index);
-  lua_pushvalue(L, guardian);
+  lua_pushvalue(L, top);
   lua_rawset(L, -3);
-  LuaObjectAccess::Watch(record, state, place, object);
-  lua_settop(L, guardian - 1);
+  if (!LuaObjectAccess::IsWatched(object)) {
+    LuaObjectAccess::Watch(state, object);
+  }
+  LuaObjectAccess::Place(object) = place;
+  auto* guardian = static_cast<Guardian*>(lua_touserdata(L, top));
+  guardian->made = nullptr;
+  guardian->place = place;
+  lua_settop(L, top - 1);
 }
 
 /// The object enters Lua: its userdata's head is filled.
@@ -52,7 +57,7 @@ void enter(ScriptState* state, ObjectSlot* place, unsigned slot, LuaObject* obje
 /// Turns the bare value at `index` into an object.
 void make_object(lua_State* L, int index, ScriptState* state, ObjectSlot* place) {
   luaL_checkstack(L, LUA_MINSTACK, "script object");
-  WatchRecord* record = push_guardian(L, index);
+  Guardian* guardian = push_guardian(L, index, state);
   // Unless a finalizer that ran meanwhile has done so, or has ended the value.
   if (!holds_bare_value(state, place)) {
     lua_pop(L, 1);
@@ -60,11 +65,12 @@ void make_object(lua_State* L, int index, ScriptState* state, ObjectSlot* place)
   }
   const unsigned slot = slot_of_place(state, place);
   // The guardian has the object until it is watched.
-  record->made = state->bare[slot].make(place->value());
-  if (record->made == nullptr) {
+  LuaObject* object = state->bare[slot].make(place->value());
+  if (object == nullptr) {
     luaL_error(L, "not enough memory");
   }
-  LuaObject* object = record->made;
+  guardian->made = object;
+  LuaObjectAccess::Watch(state, object);
   watch(L, index, state, place, object);
   enter(state, place, slot, object);
 }
@@ -116,7 +122,7 @@ int make_userdata(lua_State* L) {
   ObjectSlot* place = new_space(L, kObjectSlotSize);
   zplua_classtable(L, class_info(push->slot).cls_name.c_str());
   lua_setmetatable(L, 2);
-  push_guardian(L, 2);
+  push_guardian(L, 2, push->state);
   watch(L, 2, push->state, place, push->object);
   enter(push->state, place, push->slot, push->object);
   return 1;
