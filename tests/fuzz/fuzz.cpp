@@ -501,8 +501,7 @@ void Session::finish_call(lua_State* L, int entry, int count, unsigned how) {
                    of_class < 0 ? luaL_typename(L, first + i)
                                 : surface().classes[static_cast<std::size_t>(of_class)].name.c_str());
     }
-    std::fprintf(stderr, ")%s%s\n", (how & 1U) != 0 ? " in a coroutine" : "",
-                 (how & 6U) == 2 ? ", collecting" : (how & 6U) == 4 ? ", out of memory" : "");
+    std::fprintf(stderr, ")%s\n", (how & 1U) != 0 ? " in a coroutine" : "");
   }
   const bool passed = protect(L, count, how) == LUA_OK;
   if (g_trace && !passed) {
@@ -511,13 +510,13 @@ void Session::finish_call(lua_State* L, int entry, int count, unsigned how) {
   if (entry >= 0) {
     ++(passed ? counts().passed : counts().failed)[static_cast<std::size_t>(entry)];
   }
-  if (passed && lua_gettop(L) >= first && (how & 8U) != 0) {
+  if (passed && lua_gettop(L) >= first && (how & 6U) == 6) {
     lua_settop(L, first);
     keep(L);
   }
 }
 
-/// As lua_pcall for all results; in a new coroutine, collecting at each allocation or out of memory, as `how` wants it.
+/// As lua_pcall for all results; in a new coroutine, collecting at each allocation or out of memory, as the input wants.
 int Session::protect(lua_State* L, int count, unsigned how) {
   int status = LUA_OK;
   lua_State* coroutine = nullptr;
@@ -527,10 +526,13 @@ int Session::protect(lua_State* L, int count, unsigned how) {
     lua_insert(L, function);
     lua_xmove(L, coroutine, count + 1);
   }
-  if ((how & 6U) == 2) {
-    m_allocator.collects = true;
-  } else if ((how & 6U) == 4) {
-    m_allocator.fail_at = m_input.below(16);
+  const unsigned memory = m_input.byte();
+  m_allocator.collects = memory >= 252;
+  if (memory >= 220 && memory < 252) {
+    m_allocator.fail_at = static_cast<long>(memory - 220) / 2;
+  }
+  if (g_trace && memory >= 220) {
+    std::fprintf(stderr, "%*s  %s\n", 2 * m_depth, "", m_allocator.collects ? "collecting" : "out of memory");
   }
   if (coroutine != nullptr) {
     int results = 0;
