@@ -77,7 +77,7 @@ class ZEPH_PLATFORM_API Object : public EnableAutoRef, public CustomBoxing<Built
   void OwnScriptObject(bool owns) noexcept { m_owns_script_object = owns; }
 
  protected:
-  explicit Object(const char* type_name) noexcept : m_type_name(type_name) {}
+  explicit Object(const char* type_name) : m_type_name(type_name) {}
 
   /// Pushes a generic value; returns the count.
   virtual int PushValue(lua_State* L, bool inside_table);
