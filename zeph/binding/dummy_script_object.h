@@ -1,6 +1,8 @@
 /// Native twin of a dummy value: for a value that has to live outside the Lua stack.
 #pragma once
 
+#include <memory>
+
 #include <zeph/binding/auto_ref.h>
 #include <zeph/binding/dummy_table.h>
 #include <zeph/export.h>
@@ -75,7 +77,14 @@ class ZEPH_MATH3D_API DummyClass : public DummyScriptObject<T> {
   /// An Object that holds the value of the table at `index`.
   static Object* UnboxingFromScriptObject(lua_State* L, int index) {
     T value = Unboxing(L, index);
-    return Wrapping(&value)->GetBuiltinObject();
+    return PackingInObject(&value);
+  }
+  /// An Object that holds a copy of the value.
+  static Object* PackingInObject(T* value) {
+    std::unique_ptr<Class> script_object(Wrapping(value));  // ends here if there is no memory for its Object
+    Object* object = script_object->GetBuiltinObject();
+    script_object.release();
+    return object;
   }
 
   static Class* Wrapping(T* value) {

@@ -34,12 +34,9 @@ inline void register_standard_entries(lua_State* L, bool is_dummy_type, const ch
   set_text_field(L, "lua_name", lua_name);
 }
 
-}  // namespace detail
-
-/// Makes the class of T in the open module, with `name` as an alias where that differs from the class's own name. A
-/// null name is the class's default name.
+/// As register_class, but for memory that the native heap does not have: then it throws.
 template <ScriptType T>
-[[gnu::cold]] void register_class(lua_State* L, const char* name) {
+[[gnu::cold]] void register_class_or_throw(lua_State* L, const char* name) {
   using Class = typename ScriptClass<T>::Type;
   const char* lua_name = Class::LuaName();
   if (name == nullptr) {
@@ -47,7 +44,7 @@ template <ScriptType T>
   }
   zplua_cclass(L, lua_name, Class::ClsName(), "");
   zplua_beginmodule(L, lua_name);
-  detail::register_standard_entries(L, Class::IsDummyType(), Class::ClsName(), lua_name);
+  register_standard_entries(L, Class::IsDummyType(), Class::ClsName(), lua_name);
   if constexpr (WrappedType<T>) {
     if constexpr (kOwnsNothing<T>) {
       zplua_barevalues(L, Class::ClsName(), [](const void* value) -> LuaObject* {
@@ -64,6 +61,21 @@ template <ScriptType T>
   if (std::strcmp(lua_name, name) != 0) {
     zplua_remodule(L, lua_name, name);
   }
+}
+
+}  // namespace detail
+
+/// Makes the class of T in the open module, with `name` as an alias where that differs from the class's own name. A
+/// null name is the class's default name. Memory errors are Lua errors.
+template <ScriptType T>
+void register_class(lua_State* L, const char* name) {
+  try {
+    detail::register_class_or_throw<T>(L, name);
+    return;
+  } catch (const std::bad_alloc&) {
+    // Raised below, outside the handler.
+  }
+  luaL_error(L, "not enough memory");
 }
 
 /// Lets Object::Unboxing make an Object from a table of the class; taken back when the library is unloaded.

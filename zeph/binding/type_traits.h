@@ -1,6 +1,8 @@
 /// How native values cross to and from Lua and to and from Object: the surface for other modules of an engine.
 #pragma once
 
+#include <memory>
+
 #include <zeph/binding/builtin_objects.h>
 #include <zeph/binding/dummy_script_object.h>
 #include <zeph/binding/wrapped_script_object.h>
@@ -50,7 +52,7 @@ struct TypeTraits<T> {
   /// Does the Object hold a value of the class?
   static bool Inspecting(Object* object) { return Object::IsDummyObjectWithName(object, Class::ClsName()); }
   /// A new Object with a copy of the value. Bind it to an AutoRef.
-  static Object* Packing(T* value) { return Class::Wrapping(value)->GetBuiltinObject(); }
+  static Object* Packing(T* value) { return Class::PackingInObject(value); }
   /// A copy of the value of the Object, for which Inspecting has to hold.
   static T Unpacking(Object* object) {
     return static_cast<Class*>(Object::ToDummyObjectWithName(object, Class::ClsName()))->m_value;
@@ -84,14 +86,19 @@ struct TypeTraits {
     const ScriptState* state = zplua_state(L);
     ObjectSlot* place = zplua_objectofclass(L, index, state, kClassSlot<T>);
     lua_settop(L, top);
-    if (place != nullptr && zplua_isbarevalue(place, state, kClassSlot<T>)) {
-      zplua_toluaobject(L, index);
+    if (place != nullptr && zplua_isbarevalue(place, state, kClassSlot<T>) && zplua_toluaobject(L, index) == nullptr) {
+      return nullptr;  // a finalizer that ran meanwhile has ended it
     }
     return place == nullptr ? nullptr : value_inside<T>(place, state);
   }
   static bool Inspecting(Object* object) { return Object::IsLuaObjectWithName(object, Class::ClsName()); }
   /// A new Object that owns a new script object with a copy of the value. Bind it to an AutoRef.
-  static Object* Packing(T* value) { return Class::Wrapping(value)->LeaveToBuiltinObject(); }
+  static Object* Packing(T* value) {
+    std::unique_ptr<Class> script_object(Class::Wrapping(value));  // ends here if there is no memory for its Object
+    Object* object = script_object->LeaveToBuiltinObject();
+    script_object.release();
+    return object;
+  }
   /// The value inside the script object that the Object stands for; null if it is of another class or gone.
   static T* Unpacking(Object* object) {
     LuaObject* script_object = Object::ToLuaObjectWithName(object, Class::ClsName());

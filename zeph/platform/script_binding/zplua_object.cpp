@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <new>
 
 #include <zeph/platform/script_binding/class_register.h>
 #include <zeph/platform/script_binding/zplua.h>
@@ -147,7 +148,15 @@ int zplua_pushluaobject(lua_State* L, LuaObject* object, const char* cls_name) {
     return 1;
   }
   if (object->State() != nullptr) {
-    object = object->Clone();
+    bool out_of_memory = false;
+    try {
+      object = object->Clone();
+    } catch (const std::bad_alloc&) {
+      out_of_memory = true;  // raised outside the handler
+    }
+    if (out_of_memory) {
+      return luaL_error(L, "not enough memory");
+    }
     if (object == nullptr) {
       return luaL_error(L, "a %s of another Lua state can't be copied", cls_name);
     }
