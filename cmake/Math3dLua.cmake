@@ -13,6 +13,7 @@ if(NOT MATH3D_LUA_FOUND_VERSION STREQUAL MATH3D_LUA_VERSION)
   message(FATAL_ERROR "math3d: no headers of Lua ${MATH3D_LUA_VERSION} found (MATH3D_LUA_INCLUDE_DIR: "
     "${MATH3D_LUA_INCLUDE_DIR}, version: ${MATH3D_LUA_FOUND_VERSION})")
 endif()
+find_library(MATH3D_LUA_CPP_LIBRARY NAMES lua${MATH3D_LUA_VERSION}-c++ NO_CACHE)
 find_program(MATH3D_LUA_PROGRAM NAMES lua${MATH3D_LUA_VERSION} NO_CACHE)
 
 # Once installed, both are filled in where they are used: there Lua may stand elsewhere.

@@ -1,115 +1,292 @@
-/// Every allocation refused in turn: for every entry that a script can reach, and for the entry of the library itself,
-/// each request for memory fails once. After each failure the state works, values are whole, and nothing has leaked.
+/// Every request for memory refused in turn, Lua's and the native heap's: for every entry that a script can reach, for
+/// what native code does with values, and for the entry of the library itself. After each failure the state works,
+/// values are whole, and nothing has leaked.
+#include <cstdlib>
+#include <new>
+
 #include <gtest/gtest.h>
 
+#include <zeph/binding/builtin_objects.h>
+
 #include "lua_state.h"
+#include "surface.h"
+
+namespace {
+
+long g_news_to_grant = -1;  ///< requests to the native heap till one is refused; negative: grants all
+
+void* request(std::size_t size) {
+  if (g_news_to_grant >= 0 && g_news_to_grant-- == 0) {
+    g_news_to_grant = 0;
+    throw std::bad_alloc();
+  }
+  if (void* block = std::malloc(size)) {
+    return block;
+  }
+  throw std::bad_alloc();
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) { return request(size); }
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  try {
+    return request(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete(void* block, std::size_t /*size*/) noexcept { std::free(block); }
 
 namespace zeph::test {
 namespace {
 
-constexpr const char* kSetUp = R"(
-  V, P = math3d.Vector3, probe.Probe
-  v, w = V.new(1, 2, 3), V.new(4, 5, 6)
-  p, q = P.new(3), P.new(5)
-  bare = setmetatable({}, V)   -- has no fields: writing back has to make them
-)";
+using binding::AutoRef;
+using binding::Object;
 
-/// What has to hold after each failure. `bare` counts as zeros or as what the call makes of it, and nothing between.
-constexpr const char* kCheck = R"(
-  assert(v.x == 1 and v.y == 2 and v.z == 3 and w.x == 4 and w.y == 5 and w.z == 6)
-  assert(p.number == 3 and q.number == 5 and p.place.x == 0)
-  assert(bare.is_zero or bare == V.new(7, 8, 9), tostring(bare))
-  assert((v + w).z == 9 and P.new(2).number == 2 and tostring(v) == 'Vector3(1.000000, 2.000000, 3.000000)')
-)";
+enum class Heap { lua, native };
 
-class MemoryTest : public testing::TestWithParam<const char*> {};
+/// A state with a value of each class on its stack, which nobody touches.
+class Patient {
+ public:
+  Patient() {
+    for (int i = 0; i < classes(); ++i) {
+      live.push_value(L, i);
+      m_digests.push_back(live.digest(L, -1, true));
+    }
+  }
 
-TEST_P(MemoryTest, EveryRefusalIsALuaError) {
+  static int classes() { return static_cast<int>(Surface::get().classes.size()); }
+  /// Places on the stack from here on are free.
+  static int top() { return classes(); }
+
+  /// Calls what stands on the stack above `function` with the n-th request refused, n = 0, 1, 2 ..., as often as that
+  /// takes till it passes. `set_up` pushes function and arguments, `look` looks at what there is after a failure.
+  template <typename SetUp, typename Look>
+  void refuse_in_turn(Heap heap, const std::string& what, SetUp set_up, Look look) {
+    lua_gc(L, LUA_GCCOLLECT, 0);
+    for (long n = 0;; ++n) {
+      ASSERT_LT(n, 1000) << what;
+      lua_settop(L, top());
+      set_up();
+      (heap == Heap::lua ? state.allocator.fail_at : g_news_to_grant) = n;
+      const int status = lua_pcall(L, lua_gettop(L) - function, 1, 0);
+      state.allocator.fail_at = g_news_to_grant = -1;
+      if (status == LUA_OK) {
+        return;
+      }
+      // Lua 5.3 tells a memory error that was caught and raised again by its text alone.
+      ASSERT_TRUE(lua_isstring(L, -1)) << what;
+      ASSERT_STREQ(lua_tostring(L, -1), "not enough memory") << what;
+      ++refusals;
+      look();
+      for (int i = 0; i < classes(); ++i) {
+        ASSERT_EQ(live.digest(L, i + 1, true), m_digests[static_cast<std::size_t>(i)]) << what;
+      }
+    }
+  }
+
+  LuaState state;
+  lua_State* const L = state.L;
+  const LiveSurface live{L, Surface::get()};
+  int function = 0;   ///< its place on the stack
+  long refusals = 0;  ///< in all
+
+ private:
+  std::vector<std::uint64_t> m_digests;
+};
+
+void clear_fields(lua_State* L, int table) {
+  for (lua_pushnil(L); lua_next(L, table) != 0;) {
+    lua_pop(L, 1);
+    lua_pushvalue(L, -1);
+    lua_pushnil(L);
+    lua_rawset(L, table);
+  }
+}
+
+class Memory : public testing::TestWithParam<Heap> {};
+INSTANTIATE_TEST_SUITE_P(Heaps, Memory, testing::Values(Heap::lua, Heap::native),
+                         [](const auto& heap) { return heap.param == Heap::lua ? "Lua" : "Native"; });
+
+/// With values that have all their fields, and with ones that have none, so that writing back has to make them. What a
+/// failing call has done to its arguments is nothing, or what it does when it passes.
+TEST_P(Memory, EveryEntryPassesOrRaisesAnError) {
   const int live_before = LuaProbe::live;
   {
-    LuaState state;
-    state.run(kSetUp);
-    bool passed = false;
-    long refusals = 0;
-    for (; !passed; ++refusals) {
-      ASSERT_LT(refusals, 1000);
-      // The call starts with no garbage to collect and no memory to spare.
-      lua_gc(state.L, LUA_GCCOLLECT, 0);
-      ASSERT_EQ(luaL_loadstring(state.L, GetParam()), LUA_OK) << lua_tostring(state.L, -1);
-      state.allocator.fail_at = refusals;
-      const int status = lua_pcall(state.L, 0, 0, 0);
-      state.allocator.fail_at = -1;
-      if (status != LUA_OK) {
-        // Lua 5.3 tells a memory error that was caught and raised again by its text alone.
-        ASSERT_STREQ(lua_tostring(state.L, -1), "not enough memory") << status;
+    Patient patient;
+    lua_State* L = patient.L;
+    const auto& entries = Surface::get().entries;
+    ASSERT_GT(entries.size(), 300U);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+      EXPECT_FALSE(entries[i].calls.empty()) << entries[i].name << " was never called with success";
+      for (const auto& call : entries[i].calls) {
+        for (const bool bare : {false, true}) {
+          const int first = Patient::top() + 1;
+          const int count = static_cast<int>(call.size());
+          std::vector<std::uint64_t> before;
+          std::vector<std::vector<std::uint64_t>> seen;
+          const auto digests = [&] {
+            std::vector<std::uint64_t> all;
+            for (int k = 0; k < count; ++k) {
+              all.push_back(patient.live.digest(L, first + k, false));
+            }
+            return all;
+          };
+          patient.refuse_in_turn(
+              GetParam(), entries[i].name,
+              [&] {
+                for (const int candidate : call) {
+                  patient.live.push_argument(L, static_cast<int>(i), candidate);
+                  if (bare && lua_istable(L, -1)) {
+                    clear_fields(L, lua_gettop(L));
+                  }
+                }
+                before = digests();
+                patient.function = lua_gettop(L) + 1;
+                patient.live.push_function(L, static_cast<int>(i));
+                for (int k = 0; k < count; ++k) {
+                  lua_pushvalue(L, first + k);
+                }
+              },
+              [&] { seen.push_back(digests()); });
+          if (HasFatalFailure()) {
+            return;
+          }
+          const std::vector<std::uint64_t> after = digests();
+          for (const auto& then : seen) {
+            for (std::size_t k = 0; k < then.size(); ++k) {
+              EXPECT_TRUE(then[k] == before[k] || then[k] == after[k]) << entries[i].name << ", argument " << k + 1;
+            }
+          }
+        }
       }
-      passed = status == LUA_OK;
-      lua_settop(state.L, 0);
-      state.run(kCheck);
     }
-    EXPECT_GT(refusals, 0);
+    EXPECT_GT(patient.refusals, GetParam() == Heap::lua ? 1000 : 10);
   }
   EXPECT_EQ(LuaProbe::live, live_before);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Calls, MemoryTest,
-    testing::Values(
-        // numbers, booleans, nothing
-        "return v.length, v.is_zero, v:distance(w), math3d.radians(3), p.number, p:set(3), p:matches(q, 1)",
-        // dummy values, text, lists
-        "return v + w", "return V.new(v)", "return v:to_string() .. 'x'", "return v:to_list()", "return tostring(w)",
-        // wrapped values
-        "return p + q", "return P.new(p)", "return p.twin", "return p.place", "return tostring(p)",
-        // objects of the native heap
-        "return p:text()", "return p:table()", "return p:tuple()", "return p:nothing()", "return p:dead()",
-        // several results
-        "return p:results()", "return p:listing()", "return p:maybe()",
-        // writing back, with and without fields that are missing
-        "local c = V.new() c:set(1, 2, 3) c:normalize() c:from_string('7,8,9')", "bare:set(7, 8, 9)",
-        "probe.swap_vectors(v, w) probe.swap_vectors(v, w)", "p.place = V.new()", "p:name(3)", "p:name('3')",
-        // values inside values, a property that writes back, lists and results of values
-        "return math3d.Plane.new(v, w), math3d.Ray.new(v, w)", "local r = math3d.RectF.new(1, 2, 3, 4) r.min = r.max",
-        "local r = setmetatable({}, math3d.RectF) r.width = 1", "return math3d.Aabb.new(v, w):get_corners()",
-        "math3d.Plane.new(v, 50):project_point(bare, V.new(7, 8, 9))",
-        "return math3d.vector3_smooth_damp(v, w, v, 1, nil, 0.1)",
-        "return math3d.plane_intersect_plane(math3d.Plane.new(1, 0, 0, 0), math3d.Plane.new(0, 1, 0, 0))",
-        // standard entries and raw fields
-        "return v:type(), v:mro(), v:getProperties(), P:mro()", "local c = V.new() c.extra = 1",
-        "local c = P.new(1) c:__gc() c:__clear() return tostring(c)"));
-
-TEST(Memory, EntryCanFailAnywhereAndBeCalledAgain) {
-  Allocator allocator;
-  lua_State* L = lua_newstate(&Allocator::allocate, &allocator);
-  luaL_openlibs(L);
-  bool passed = false;
-  long refusals = 0;
-  for (; !passed; ++refusals) {
-    ASSERT_LT(refusals, 20000);
-    allocator.fail_at = refusals;
-    lua_pushcfunction(L, math3d::InitLuaMath3d);
-    passed = lua_pcall(L, 0, 0, 0) == LUA_OK;
-    allocator.fail_at = -1;
-    lua_settop(L, 0);
+/// Native code takes a value, and gives it back to this state and to another one.
+TEST_P(Memory, ValuesCrossOrRaiseAnError) {
+  static AutoRef<Object> kept;  // not in a frame that an error may leave
+  const int live_before = LuaProbe::live;
+  const auto take = [](lua_State* L) {
+    bool failed = false;
+    try {
+      kept = Object::Unboxing(L, 1);
+    } catch (const std::bad_alloc&) {
+      failed = true;
+    }
+    return failed ? luaL_error(L, "not enough memory") : 0;
+  };
+  const auto give = [](lua_State* L) {
+    bool failed = false;
+    try {
+      return Object::Boxing(L, kept, false);
+    } catch (const std::bad_alloc&) {
+      failed = true;
+    }
+    return failed ? luaL_error(L, "not enough memory") : 0;
+  };
+  {
+    Patient patient;
+    Patient other;
+    for (int i = 0; i < Patient::classes(); ++i) {
+      const std::string& name = Surface::get().classes[static_cast<std::size_t>(i)].name;
+      const auto run = [&](Patient& host, lua_CFunction function) {
+        host.refuse_in_turn(
+            GetParam(), name,
+            [&] {
+              lua_pushcfunction(host.L, function);
+              host.function = Patient::top() + 1;
+              if (&host == &patient) {
+                lua_pushvalue(host.L, i + 1);
+              }
+            },
+            [] {});
+      };
+      run(patient, take);
+      if (kept.alive()) {  // a class may have no Object
+        for (Patient* host : {&patient, &other}) {
+          run(*host, give);
+          EXPECT_EQ(host->live.class_of(host->L, -1), i) << name;
+          EXPECT_EQ(host->live.digest(host->L, -1, false), host->live.digest(host->L, i + 1, false)) << name;
+        }
+      }
+      kept = nullptr;
+    }
+    EXPECT_GT(patient.refusals + other.refusals, 30);
   }
-  math3d::InitLuaMath3d(L);
-  open_probe(L);
-  EXPECT_EQ(luaL_dostring(L, kSetUp), LUA_OK) << lua_tostring(L, -1);
-  EXPECT_EQ(luaL_dostring(L, kCheck), LUA_OK) << lua_tostring(L, -1);
-  lua_close(L);
-  EXPECT_EQ(allocator.bytes, 0U);
+  EXPECT_EQ(LuaProbe::live, live_before);
+}
 
-  // On a fresh state for every refusal, so that what failed is never helped by an earlier try.
-  for (long refusal = 0; refusal < 400; ++refusal) {
-    Allocator fresh;
-    lua_State* bare = lua_newstate(&Allocator::allocate, &fresh);
-    lua_pushcfunction(bare, math3d::InitLuaMath3d);
-    fresh.fail_at = refusal;
-    lua_pcall(bare, 0, 0, 0);
-    fresh.fail_at = -1;
-    lua_close(bare);
-    EXPECT_EQ(fresh.bytes, 0U);
+/// Once on the same state again and again, and once on a fresh state for every refusal, so that what failed is never
+/// helped by an earlier try.
+TEST_P(Memory, EntryCanFailAnywhereAndBeCalledAgain) {
+  for (const bool fresh : {false, true}) {
+    Allocator allocator;
+    lua_State* L = nullptr;
+    bool passed = false;
+    for (long n = 0; !passed; ++n) {
+      ASSERT_LT(n, 20000);
+      if (L == nullptr) {
+        L = lua_newstate(&Allocator::allocate, &allocator);
+      }
+      lua_pushcfunction(L, math3d::InitLuaMath3d);
+      (GetParam() == Heap::lua ? allocator.fail_at : g_news_to_grant) = n;
+      passed = lua_pcall(L, 0, 0, 0) == LUA_OK;
+      allocator.fail_at = g_news_to_grant = -1;
+      lua_settop(L, 0);
+      if (passed) {
+        math3d::InitLuaMath3d(L);
+        open_probe(L);
+        const LiveSurface live(L, Surface::get());
+        for (int i = 0; i < Patient::classes(); ++i) {
+          live.push_value(L, i);
+          EXPECT_EQ(live.class_of(L, -1), i);
+          lua_settop(L, 0);
+        }
+      }
+      if (passed || fresh) {
+        lua_close(L);
+        L = nullptr;
+        EXPECT_EQ(allocator.bytes, 0U);
+      }
+    }
   }
+}
+
+/// Lua frees a userdata also when it has no memory left to call its finalizer.
+TEST(Memory, ObjectsWhoseFinalizersCannotBeCalledEndWithTheState) {
+  const int live_before = LuaProbe::live;
+  AutoRef<Object> kept;
+  {
+    LuaState state;
+    state.run("for i = 1, 100 do probe.Probe.new(i) end");
+    state.run("one = probe.Probe.new(1)");
+    lua_getglobal(state.L, "one");
+    kept = Object::Unboxing(state.L, -1);
+    lua_settop(state.L, 0);
+    state.run("one = nil");
+    lua_State* coroutine = lua_newthread(state.L);
+    lua_pushcfunction(coroutine, [](lua_State* L) {
+      lua_gc(L, LUA_GCCOLLECT, 0);
+      return 0;
+    });
+    state.allocator.fail_at = 0;  // a first call in a coroutine needs memory
+#if LUA_VERSION_NUM >= 504
+    int results = 0;
+    EXPECT_EQ(lua_resume(coroutine, nullptr, 0, &results), LUA_ERRMEM);
+    lua_gc(coroutine, LUA_GCCOLLECT, 0);
+#endif
+    lua_gc(state.L, LUA_GCCOLLECT, 0);
+    state.allocator.fail_at = -1;
+    state.run("collectgarbage() collectgarbage()");
+  }
+  EXPECT_EQ(LuaProbe::live, live_before);
+  kept = nullptr;
 }
 
 }  // namespace

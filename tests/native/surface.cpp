@@ -46,7 +46,9 @@ void walk_class(lua_State* L, Surface& surface, const std::string& module, const
   lua_call(L, 1, 1);
   for_each(L, [&](const std::string& property) { add_property(property, lua_toboolean(L, -1) != 0); });
   lua_pop(L, 1);
-  add_property(kNoProperty, true);
+  lua_getfield(L, -1, "__gc");
+  add_property(kNoProperty, lua_isnil(L, -1));  // a table takes any field
+  lua_pop(L, 1);
 }
 
 void walk_module(lua_State* L, Surface& surface, const char* module) {
@@ -81,7 +83,7 @@ int blamed(const char* text) {
 
 class Finder {
  public:
-  Finder(lua_State* L, Surface& surface) : L(L), m_surface(surface), m_live(L, surface) {}
+  Finder(lua_State* state, Surface& surface) : L(state), m_surface(surface), m_live(state, surface) {}
 
   void find_makers() {
     for (Class& c : m_surface.classes) {
