@@ -3,9 +3,9 @@
 
 #include <atomic>
 #include <cstdint>
-#include <deque>
 #include <new>
 #include <typeinfo>
+#include <vector>
 
 #include <zeph/binding/auto_ref.h>
 #include <zeph/binding/script_class.h>
@@ -40,7 +40,7 @@ class ScriptObjectIdPool {
 
  private:
   std::atomic<std::uint32_t> next_id{1};
-  std::deque<std::uint32_t> free_ids;
+  std::vector<std::uint32_t> free_ids;  ///< unlike a deque, made without memory
 };
 
 template <typename T>
