@@ -527,12 +527,12 @@ int Session::protect(lua_State* L, int count, unsigned how) {
     lua_xmove(L, coroutine, count + 1);
   }
   const unsigned memory = m_input.byte();
-  m_allocator.collects = memory >= 252;
+  m_allocator.collect_every = memory >= 252 ? 1 : 0;
   if (memory >= 220 && memory < 252) {
     m_allocator.fail_at = static_cast<long>(memory - 220) / 2;
   }
   if (g_trace && memory >= 220) {
-    std::fprintf(stderr, "%*s  %s\n", 2 * m_depth, "", m_allocator.collects ? "collecting" : "out of memory");
+    std::fprintf(stderr, "%*s  %s\n", 2 * m_depth, "", m_allocator.collect_every != 0 ? "collecting" : "out of memory");
   }
   if (coroutine != nullptr) {
     int results = 0;
@@ -543,7 +543,7 @@ int Session::protect(lua_State* L, int count, unsigned how) {
     results = lua_gettop(coroutine);
 #endif
     m_allocator.fail_at = -1;
-    m_allocator.collects = false;
+    m_allocator.collect_every = 0;
     results = status == LUA_OK ? results : 1;
     luaL_checkstack(L, results + LUA_MINSTACK, nullptr);
     lua_xmove(coroutine, L, results);
@@ -552,7 +552,7 @@ int Session::protect(lua_State* L, int count, unsigned how) {
     status = lua_pcall(L, count, LUA_MULTRET, 0);
   }
   m_allocator.fail_at = -1;
-  m_allocator.collects = false;
+  m_allocator.collect_every = 0;
   return status;
 }
 

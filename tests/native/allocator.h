@@ -4,20 +4,24 @@
 #include <cstddef>
 #include <cstdlib>
 
+#include <lua.hpp>
+
 namespace zeph::test {
 
-/// Counts the bytes of a state. It can refuse the request that `fail_at` counts down to, or collect at every request.
+/// Counts the bytes of a state. It can refuse the request that `fail_at` counts down to, or have Lua collect at requests.
 struct Allocator {
   std::size_t bytes = 0;
   long fail_at = -1;  ///< requests that grow a block still to grant before one is refused; negative: grants all
-  /// Refuses every request once: Lua collects all garbage then, and asks again.
-  bool collects = false;
+  /// Refuses each request of so many once: Lua collects all garbage then, and asks again. 0: none.
+  unsigned collect_every = 0;
+  unsigned requests = 0;
   bool asked = false;
 
   static void* allocate(void* context, void* block, std::size_t old_size, std::size_t new_size) {
     auto& self = *static_cast<Allocator*>(context);
+    const bool is_object = block == nullptr && old_size != 0;  // then that tells the kind of object
     if (block == nullptr) {
-      old_size = 0;  // then it tells the kind of object
+      old_size = 0;
     }
     if (new_size == 0) {
       self.bytes -= old_size;
@@ -28,8 +32,9 @@ struct Allocator {
       self.fail_at = 0;  // every later request fails too, also the one after the emergency collection
       return nullptr;
     }
-    if (new_size > old_size && self.collects) {
-      self.asked = !self.asked;
+    // The auxiliary library's buffers, larger than this, are not asked for again.
+    if (new_size > old_size && self.collect_every != 0 && (is_object || new_size <= LUAL_BUFFERSIZE)) {
+      self.asked = !self.asked && ++self.requests % self.collect_every == 0;
       if (self.asked) {
         return nullptr;
       }
