@@ -91,34 +91,5 @@ TEST_F(AutoRefTest, CommandsPostedByCommandsRunOnTheNextRound) {
   EXPECT_EQ(rounds, 2);
 }
 
-TEST_F(AutoRefTest, ManyWorkersDropWhileTheScriptThreadRunsTheQueue) {
-  constexpr int kWorkers = 4;
-  constexpr int kObjects = 500;
-  static std::atomic<int> live;
-  live = 0;
-  class Counted final : public Object {
-   public:
-    Counted() : Object("test::Counted") { ++live; }
-    ~Counted() override {
-      EXPECT_EQ(zpthreading::GetThreadCategory(), 0U);
-      --live;
-    }
-  };
-  std::vector<std::thread> workers;
-  for (int worker = 0; worker < kWorkers; ++worker) {
-    std::vector<AutoRef<Object>> load;
-    for (int i = 0; i < kObjects; ++i) {
-      load.emplace_back(new Counted);
-    }
-    workers.emplace_back([moved = std::move(load)]() mutable { moved.clear(); });
-    zpthreading::zpThread<0>::Handle->run();
-  }
-  for (std::thread& worker : workers) {
-    worker.join();
-  }
-  zpthreading::zpThread<0>::Handle->run();
-  EXPECT_EQ(live, 0);
-}
-
 }  // namespace
 }  // namespace zeph::binding
