@@ -53,6 +53,10 @@ add_library(math3d_warnings INTERFACE)
 target_compile_options(math3d_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wdouble-promotion -Wold-style-cast
   -Wcast-qual -Wformat=2 -Wno-format-nonliteral -Wnon-virtual-dtor -Woverloaded-virtual -Wundef
+  -Wcast-align -Wextra-semi -Wmissing-declarations -Wsuggest-override -Wswitch-enum -Wunused-macros
+  -Wzero-as-null-pointer-constant
+  $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-branches -Wduplicated-cond -Wlogical-op -Wredundant-decls -Wuseless-cast>
+  $<$<CXX_COMPILER_ID:Clang>:-Wcomma -Wextra-semi-stmt -Wshadow-all -Wunreachable-code-aggressive>
   $<$<BOOL:${MATH3D_WERROR}>:-Werror>
   # Calls between the libraries go straight through the global offset table.
   -fno-plt

@@ -2,6 +2,6 @@
 #include <zeph/math3d.h>
 #include <zeph/platform/lua_api.h>
 
-extern "C" __attribute__((visibility("default"))) int luaopen_math3d(lua_State* L) {
-  return zeph::math3d::InitLuaMath3d(L);
-}
+extern "C" __attribute__((visibility("default"))) int luaopen_math3d(lua_State* L);
+
+int luaopen_math3d(lua_State* L) { return zeph::math3d::InitLuaMath3d(L); }

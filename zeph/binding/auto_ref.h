@@ -21,6 +21,7 @@ class AutoRef {
   AutoRef(AutoRef&& other) noexcept
       : m_object(std::exchange(other.m_object, nullptr)), m_count(std::exchange(other.m_count, nullptr)) {}
   template <typename U, typename = std::enable_if_t<std::is_convertible_v<U*, T*>>>
+  // NOLINTNEXTLINE(google-explicit-constructor): as pointers to a base convert
   AutoRef(const AutoRef<U>& other) : AutoRef(other.alive() ? static_cast<T*>(other.get()) : nullptr) {}
   ~AutoRef() { Release(); }
 

@@ -152,7 +152,8 @@ inline bool read_table(lua_State* L, const ScriptState* state, int table, T& val
 
 template <typename Keys, typename T, typename... Fields>
 [[gnu::noinline, gnu::cold]] void fill_missing_fields(lua_State* L, int table, FieldList<Fields...>) {
-  const auto fill = [L, table]<typename F>(F) {
+  const auto fill = [L, table](auto field) {
+    using F = decltype(field);
     Keys::template Push<Key<F::kKey>>(L);
     const int type = lua_rawget(L, table);
     lua_pop(L, 1);
