@@ -9,6 +9,7 @@ cmake_dependent_option(MATH3D_INSTALL "Install the libraries, their headers and 
 
 option(MATH3D_BUILD_TESTS "Build tests and examples" ${PROJECT_IS_TOP_LEVEL})
 set(MATH3D_TEST_PREFIX "" CACHE STRING "Put before the names of tests, to tell builds apart")
+option(MATH3D_BUILD_BENCHMARKS "Build the benchmarks" OFF)
 option(MATH3D_TEST_INSTALL "Test programs and scripts of others against what this build installs" OFF)
 option(MATH3D_TEST_PACKAGING "Test the packages, and a platform other than ours" OFF)
 option(MATH3D_TEST_SOURCES "Test what does not depend on the build: style, documents, debuggers' views" OFF)
