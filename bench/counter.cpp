@@ -1,6 +1,6 @@
 /// `require "counter"`: tells callgrind where a measurement begins and ends. Elsewhere it does nothing.
-#include <lua.hpp>
 #include <valgrind/callgrind.h>
+#include <lua.hpp>
 
 namespace {
 

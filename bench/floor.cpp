@@ -26,7 +26,7 @@ bool numbers(lua_State* L, int first, Numbers&... slots) {
   return (take(L, nullptr, first++, 0, slots) && ...);
 }
 
-int vector3_new(lua_State* L) {
+[[gnu::flatten]] int vector3_new(lua_State* L) {
   const Block* block = get_block(L);
   Vector3 v;
   switch (lua_gettop(L)) {
@@ -43,7 +43,7 @@ int vector3_new(lua_State* L) {
       return fail(L);
   }
 }
-int vector2_new(lua_State* L) {
+[[gnu::flatten]] int vector2_new(lua_State* L) {
   const Block* block = get_block(L);
   Vector2 v;
   switch (lua_gettop(L)) {
@@ -57,7 +57,7 @@ int vector2_new(lua_State* L) {
       return fail(L);
   }
 }
-int vector4_new(lua_State* L) {
+[[gnu::flatten]] int vector4_new(lua_State* L) {
   const Block* block = get_block(L);
   Vector4 v;
   Vector3 part;
@@ -73,7 +73,7 @@ int vector4_new(lua_State* L) {
   }
 }
 template <typename T>
-int four_numbers_new(lua_State* L) {
+[[gnu::flatten]] int four_numbers_new(lua_State* L) {
   const Block* block = get_block(L);
   T v;
   float a = 0;
@@ -94,7 +94,7 @@ int four_numbers_new(lua_State* L) {
       return fail(L);
   }
 }
-int rect_new(lua_State* L) {
+[[gnu::flatten]] int rect_new(lua_State* L) {
   const Block* block = get_block(L);
   if (lua_gettop(L) != 2) {
     return four_numbers_new<RectF>(L);
@@ -104,7 +104,7 @@ int rect_new(lua_State* L) {
   return take(L, block, 1, 2, position) && take(L, block, 2, 2, size) ? push(L, block, rect_at(position, size))
                                                                       : fail(L);
 }
-int plane_new(lua_State* L) {
+[[gnu::flatten]] int plane_new(lua_State* L) {
   const Block* block = get_block(L);
   Plane plane;
   Vector3 a;
@@ -135,7 +135,7 @@ int plane_new(lua_State* L) {
       return fail(L);
   }
 }
-int ray_new(lua_State* L) {
+[[gnu::flatten]] int ray_new(lua_State* L) {
   const Block* block = get_block(L);
   Ray ray;
   switch (lua_gettop(L)) {
@@ -187,7 +187,7 @@ int one_argument_new(lua_State* L, const Block* block) {
     }
   }
 }
-int color32_new(lua_State* L) {
+[[gnu::flatten]] int color32_new(lua_State* L) {
   const Block* block = get_block(L);
   Color32 c;
   switch (lua_gettop(L)) {
@@ -201,7 +201,7 @@ int color32_new(lua_State* L) {
       return fail(L);
   }
 }
-int color_f_new(lua_State* L) {
+[[gnu::flatten]] int color_f_new(lua_State* L) {
   const Block* block = get_block(L);
   ColorF c;
   switch (lua_gettop(L)) {
@@ -215,7 +215,7 @@ int color_f_new(lua_State* L) {
       return fail(L);
   }
 }
-int matrix_new(lua_State* L) {
+[[gnu::flatten]] int matrix_new(lua_State* L) {
   const Block* block = get_block(L);
   switch (lua_gettop(L)) {
     case 0:
@@ -232,7 +232,7 @@ int matrix_new(lua_State* L) {
       return fail(L);
   }
 }
-int matrix33_new(lua_State* L) {
+[[gnu::flatten]] int matrix33_new(lua_State* L) {
   const Block* block = get_block(L);
   switch (lua_gettop(L)) {
     case 0:
@@ -245,7 +245,7 @@ int matrix33_new(lua_State* L) {
       return fail(L);
   }
 }
-int aabb_new(lua_State* L) {
+[[gnu::flatten]] int aabb_new(lua_State* L) {
   const Block* block = get_block(L);
   switch (lua_gettop(L)) {
     case 0:
@@ -267,7 +267,7 @@ int aabb_new(lua_State* L) {
 
 /// An operator of two values of T, or of a T and a number.
 template <typename T, auto kBoth, auto kScalar>
-int either(lua_State* L) {
+[[gnu::flatten]] int either(lua_State* L) {
   const Block* block = get_block(L);
   const int top = lua_gettop(L);
   T a;
@@ -281,7 +281,7 @@ int either(lua_State* L) {
   float n = 0;
   return numbers(L, 2, n) ? push(L, block, kScalar(a, n)) : fail(L);
 }
-int vector3_mul(lua_State* L) {
+[[gnu::flatten]] int vector3_mul(lua_State* L) {
   const Block* block = get_block(L);
   const int top = lua_gettop(L);
   Vector3 a;
@@ -303,7 +303,7 @@ int vector3_mul(lua_State* L) {
     }
   }
 }
-int matrix_mul(lua_State* L) {
+[[gnu::flatten]] int matrix_mul(lua_State* L) {
   const Block* block = get_block(L);
   const Matrix* a = nullptr;
   if (lua_gettop(L) != 2 || (a = unwrap<Matrix>(L, block, 1)) == nullptr) {
@@ -318,7 +318,7 @@ int matrix_mul(lua_State* L) {
 }
 
 /// Keys 0 to 7.
-int aabb_get_corners(lua_State* L) {
+[[gnu::flatten]] int aabb_get_corners(lua_State* L) {
   const Block* block = get_block(L);
   const Aabb* box = nullptr;
   if (lua_gettop(L) != 1 || (box = unwrap<Aabb>(L, block, 1)) == nullptr) {
@@ -332,7 +332,7 @@ int aabb_get_corners(lua_State* L) {
   }
   return 1;
 }
-int rotation_get_axis_angle(lua_State* L) {
+[[gnu::flatten]] int rotation_get_axis_angle(lua_State* L) {
   const Block* block = get_block(L);
   Rotation q;
   if (lua_gettop(L) != 1 || !take(L, block, 1, 1, q)) {
@@ -349,7 +349,7 @@ int rotation_get_axis_angle(lua_State* L) {
 
 /// `__tostring` of tables: what the class has as "__asstring", which scripts may replace.
 template <Class kClass>
-int table_text(lua_State* L) {
+[[gnu::flatten]] int table_text(lua_State* L) {
   const Block* block = get_block(L);
   if (lua_type(L, 1) != LUA_TTABLE || lua_getmetatable(L, 1) == 0 || lua_topointer(L, -1) != block->metatable[kClass]) {
     return fail(L);
@@ -360,7 +360,7 @@ int table_text(lua_State* L) {
   lua_call(L, 1, 1);
   return 1;
 }
-int vector3_asstring(lua_State* L) {
+[[gnu::flatten]] int vector3_asstring(lua_State* L) {
   Vector3 v;
   if (lua_type(L, 1) != LUA_TTABLE) {
     return fail(L);
@@ -368,22 +368,22 @@ int vector3_asstring(lua_State* L) {
   read_members(L, get_block(L), 1, v);
   return push(L, nullptr, print_floats("Vector3(%f, %f, %f)", v.x, v.y, v.z));
 }
-int matrix_text(lua_State* L) {
+[[gnu::flatten]] int matrix_text(lua_State* L) {
   const Matrix* m = unwrap<Matrix>(L, get_block(L), 1);
   if (m == nullptr) {
     return fail(L);
   }
   double e[16];
   std::copy_n(m->elements, 16, e);
-  return push(L, nullptr,
-              print_limited<200>("Matrix((%f, %f, %f, %f), (%f, %f, %f, %f), (%f, %f, %f, %f), (%f, %f, %f, %f)", e[0],
-                                 e[1], e[2], e[3], e[4], e[5], e[6], e[7], e[8], e[9], e[10], e[11], e[12], e[13],
-                                 e[14], e[15]));
+  return push(
+      L, nullptr,
+      print_limited<200>("Matrix((%f, %f, %f, %f), (%f, %f, %f, %f), (%f, %f, %f, %f), (%f, %f, %f, %f)", e[0], e[1],
+                         e[2], e[3], e[4], e[5], e[6], e[7], e[8], e[9], e[10], e[11], e[12], e[13], e[14], e[15]));
 }
 
 /// `__index` of a class with properties: what the class table holds comes first.
 template <Class kClass>
-int index_value(lua_State* L) {
+[[gnu::flatten]] int index_value(lua_State* L) {
   lua_pushvalue(L, 2);
   if (lua_rawget(L, lua_upvalueindex(metatable_of(kClass))) != LUA_TNIL) {
     return 1;
@@ -395,7 +395,7 @@ int index_value(lua_State* L) {
   return 1;
 }
 template <Class kClass>
-int assign_value(lua_State* L) {
+[[gnu::flatten]] int assign_value(lua_State* L) {
   if (lua_gettop(L) != 3) {
     lua_settop(L, 3);
   }
@@ -424,14 +424,13 @@ constexpr Row kFunctions[] = {
     {"radians", function<&radians>},
     {"clamp", function<+[](float v, float a, float b) { return math3d::clamp(v, a, b); }>},
     {"lerp_angle", function<&lerp_angle>},
-    {"smooth_damp", function<+[](float current, float target, float velocity, float time, std::optional<float> speed,
-                                 float dt) {
+    {"smooth_damp",
+     function<+[](float current, float target, float velocity, float time, std::optional<float> speed, float dt) {
        const auto damped = math3d::smooth_damp(current, target, velocity, time, speed, dt);
        return std::pair{damped.value, damped.velocity};
      }>},
-    {"vector3_smooth_damp",
-     function<+[](const Vector3& current, const Vector3& target, const Vector3& velocity, float time,
-                  const std::optional<Vector3>& speed, float dt) {
+    {"vector3_smooth_damp", function<+[](const Vector3& current, const Vector3& target, const Vector3& velocity,
+                                         float time, const std::optional<Vector3>& speed, float dt) {
        const auto damped = vector3_smooth_damp(current, target, velocity, time, speed, dt);
        return std::pair{damped.value, damped.velocity};
      }>},
@@ -487,15 +486,20 @@ constexpr Row kVector3Rows[] = {
     {"__mul", vector3_mul},
     {"__div", either<Vector3, +[](const Vector3& a, const Vector3& b) { return a / b; },
                      +[](const Vector3& a, float n) { return a / n; }>},
-    {"set", function<+[](Vector3& self, float x, float y, float z) { self = {x, y, z}; }>},
-    {"normalize", function<+[](Vector3& self, std::optional<float> scale) {
-       self = normalized(self) * scale.value_or(1.0F);
+    {"set", function<+[](Vector3& self, float x, float y, float z) {
+       self = {x, y, z};
      }>},
+    {"normalize",
+     function<+[](Vector3& self, std::optional<float> scale) { self = normalized(self) * scale.value_or(1.0F); }>},
     {"intrp", function<+[](Vector3& self, const Vector3& a, const Vector3& b, float t) { self = lerp(a, b, t); }>},
     {"cross", function<+[](const Vector3& a, const Vector3& b) { return cross(a, b); }>},
     {"distance", method<+[](const Vector3& a, const Vector3& b) { return length(a - b); }>},
-    {"to_list", function<+[](const Vector3& v) { return std::array{v.x, v.y, v.z}; }>},
-    {"to_string", function<+[](const Vector3& v) { return join_floats(std::array{v.x, v.y, v.z}); }>},
+    {"to_list", function<+[](const Vector3& v) {
+       return std::array{v.x, v.y, v.z};
+     }>},
+    {"to_string", function<+[](const Vector3& v) {
+       return join_floats(std::array{v.x, v.y, v.z});
+     }>},
     {"__asstring", vector3_asstring},
     {"__tostring", table_text<kVector3>},
 };
@@ -518,7 +522,9 @@ constexpr Row kRotationRows[] = {
     {"new", four_numbers_new<Rotation>},
     {"__mul", either<Rotation, +[](const Rotation& a, const Rotation& b) { return a * b; },
                      +[](const Rotation& a, float n) { return a * n; }>},
-    {"set", function<+[](Rotation& self, float x, float y, float z, float w) { self = {x, y, z, w}; }>},
+    {"set", function<+[](Rotation& self, float x, float y, float z, float w) {
+       self = {x, y, z, w};
+     }>},
     {"slerp", function<+[](Rotation& self, const Rotation& a, const Rotation& b, float t, std::optional<bool>) {
        self = slerp(a, b, t);
      }>},
@@ -532,9 +538,8 @@ constexpr Row kPlaneRows[] = {
     {"new", plane_new},
     {"__eq", method<+[](const Plane& a, const Plane& b) { return near(a, b); }>},
     {"distance_to", method<+[](const Plane& plane, const Vector3& point) { return distance(plane, point); }>},
-    {"project_point", method<+[](const Plane& plane, Vector3& out, const Vector3& point) {
-       out = projected(plane, point);
-     }>},
+    {"project_point",
+     method<+[](const Plane& plane, Vector3& out, const Vector3& point) { out = projected(plane, point); }>},
 };
 constexpr Row kRayRows[] = {{"new", ray_new}};
 constexpr Row kRectRows[] = {
@@ -647,8 +652,9 @@ extern "C" __attribute__((visibility("default"))) int luaopen_floor(lua_State* L
   const int shared = module + 1;
   auto* block = static_cast<Block*>(lua_newuserdatauv(L, sizeof(Block), 0));
   lua_rawseti(L, shared, kBlock);
-  const char* const keys[] = {"__dummy_type", "x",    "y",      "z",      "w",    "r",      "g",         "b",         "a",
-                              "left",         "top",  "right",  "bottom", "normal", "dist", "origin", "direction", "__asstring"};
+  const char* const keys[] = {
+      "__dummy_type", "x",   "y",     "z",      "w",      "r",    "g",      "b",         "a",
+      "left",         "top", "right", "bottom", "normal", "dist", "origin", "direction", "__asstring"};
   for (int key = kDummyType; key <= kAsString; ++key) {
     lua_pushstring(L, keys[key - kDummyType]);
     lua_rawseti(L, shared, key);

@@ -1,6 +1,6 @@
 /// What a module that is written by hand against Lua's C interface would use: the tables and checks of the script
 /// classes by the shortest known road. Keys and metatables are upvalues, metatables are compared by address, tables are
-/// made with room for their fields, nothing is popped.
+/// made with room for their fields, nothing is popped, and each function is inlined as a whole (flatten).
 #pragma once
 
 #include <array>
@@ -33,16 +33,48 @@ using Matrix = _Matrix<float>;
 using Aabb = AABB;
 
 enum Class : int {
-  kVector2, kVector3, kVector4, kRotation, kPlane, kRay, kRectF, kRectOffset, kColor32, kColorF,  // tables
-  kMatrix, kMatrix33, kAabb,                                                                      // userdata
+  kVector2,
+  kVector3,
+  kVector4,
+  kRotation,
+  kPlane,
+  kRay,
+  kRectF,
+  kRectOffset,
+  kColor32,
+  kColorF,  // tables
+  kMatrix,
+  kMatrix33,
+  kAabb,  // userdata
   kClasses
 };
 
 /// Upvalues, the same for every function; how many there are costs nothing.
 enum Upvalue : int {
-  kBlock = 1, kDummyType, kX, kY, kZ, kW, kR, kG, kB, kA, kLeft, kTop, kRight, kBottom, kNormal, kDist, kOrigin,
-  kDirection, kAsString, kName, kMetatable = kName + int{kClasses},
-  kGetters = kMetatable + int{kClasses}, kSetters = kGetters + int{kClasses}, kEnd = kSetters + int{kClasses}
+  kBlock = 1,
+  kDummyType,
+  kX,
+  kY,
+  kZ,
+  kW,
+  kR,
+  kG,
+  kB,
+  kA,
+  kLeft,
+  kTop,
+  kRight,
+  kBottom,
+  kNormal,
+  kDist,
+  kOrigin,
+  kDirection,
+  kAsString,
+  kName,
+  kMetatable = kName + int{kClasses},
+  kGetters = kMetatable + int{kClasses},
+  kSetters = kGetters + int{kClasses},
+  kEnd = kSetters + int{kClasses}
 };
 
 constexpr int name_of(Class of) { return kName + static_cast<int>(of); }
@@ -63,21 +95,35 @@ struct Box {
 
 template <typename T>
 inline constexpr Class kClassOf = kClasses;
-template <> inline constexpr Class kClassOf<Vector2> = kVector2;
-template <> inline constexpr Class kClassOf<Vector3> = kVector3;
-template <> inline constexpr Class kClassOf<Vector4> = kVector4;
-template <> inline constexpr Class kClassOf<Rotation> = kRotation;
-template <> inline constexpr Class kClassOf<Plane> = kPlane;
-template <> inline constexpr Class kClassOf<Ray> = kRay;
-template <> inline constexpr Class kClassOf<RectF> = kRectF;
-template <> inline constexpr Class kClassOf<RectOffset> = kRectOffset;
-template <> inline constexpr Class kClassOf<Color32> = kColor32;
-template <> inline constexpr Class kClassOf<ColorF> = kColorF;
-template <> inline constexpr Class kClassOf<Matrix> = kMatrix;
-template <> inline constexpr Class kClassOf<Matrix33> = kMatrix33;
-template <> inline constexpr Class kClassOf<Aabb> = kAabb;
+template <>
+inline constexpr Class kClassOf<Vector2> = kVector2;
+template <>
+inline constexpr Class kClassOf<Vector3> = kVector3;
+template <>
+inline constexpr Class kClassOf<Vector4> = kVector4;
+template <>
+inline constexpr Class kClassOf<Rotation> = kRotation;
+template <>
+inline constexpr Class kClassOf<Plane> = kPlane;
+template <>
+inline constexpr Class kClassOf<Ray> = kRay;
+template <>
+inline constexpr Class kClassOf<RectF> = kRectF;
+template <>
+inline constexpr Class kClassOf<RectOffset> = kRectOffset;
+template <>
+inline constexpr Class kClassOf<Color32> = kColor32;
+template <>
+inline constexpr Class kClassOf<ColorF> = kColorF;
+template <>
+inline constexpr Class kClassOf<Matrix> = kMatrix;
+template <>
+inline constexpr Class kClassOf<Matrix33> = kMatrix33;
+template <>
+inline constexpr Class kClassOf<Aabb> = kAabb;
 template <typename T>
-concept Wrapped = kClassOf<T> >= kMatrix && kClassOf<T> < kClasses;
+concept Wrapped = kClassOf<T>
+>= kMatrix&& kClassOf<T> < kClasses;
 template <typename T>
 concept Table = kClassOf<T> < kMatrix;
 
@@ -136,7 +182,9 @@ template <typename V, typename Each>
 inline void members(V& v, Each each) { each(kX, v.x), each(kY, v.y), each(kZ, v.z), each(kW, v.w); }
 template <typename V, typename Each>
   requires std::is_same_v<std::remove_const_t<V>, RectF> || std::is_same_v<std::remove_const_t<V>, RectOffset>
-inline void members(V& v, Each each) { each(kLeft, v.left), each(kTop, v.top), each(kRight, v.right), each(kBottom, v.bottom); }
+inline void members(V& v, Each each) {
+  each(kLeft, v.left), each(kTop, v.top), each(kRight, v.right), each(kBottom, v.bottom);
+}
 template <typename V, typename Each>
   requires std::is_same_v<std::remove_const_t<V>, Color32> || std::is_same_v<std::remove_const_t<V>, ColorF>
 inline void members(V& v, Each each) { each(kR, v.r), each(kG, v.g), each(kB, v.b), each(kA, v.a); }
@@ -147,16 +195,24 @@ template <typename V, typename Each>
   requires std::is_same_v<std::remove_const_t<V>, Ray>
 inline void members(V& v, Each each) { each(kOrigin, v.origin), each(kDirection, v.direction); }
 
-template <typename T> inline constexpr int kFields = 4;
-template <> inline constexpr int kFields<Vector2> = 2;
-template <> inline constexpr int kFields<Vector3> = 3;
-template <> inline constexpr int kFields<Plane> = 2;
-template <> inline constexpr int kFields<Ray> = 2;
+template <typename T>
+inline constexpr int kFields = 4;
+template <>
+inline constexpr int kFields<Vector2> = 2;
+template <>
+inline constexpr int kFields<Vector3> = 3;
+template <>
+inline constexpr int kFields<Plane> = 2;
+template <>
+inline constexpr int kFields<Ray> = 2;
 
 /// What missing fields count as.
-template <typename T> inline constexpr T kMissing{};
-template <> inline constexpr Rotation kMissing<Rotation>{1.0F, 1.0F, 1.0F, 1.0F};
-template <> inline constexpr Color32 kMissing<Color32>{0, 0, 0, 0};
+template <typename T>
+inline constexpr T kMissing{};
+template <>
+inline constexpr Rotation kMissing<Rotation>{1.0F, 1.0F, 1.0F, 1.0F};
+template <>
+inline constexpr Color32 kMissing<Color32>{0, 0, 0, 0};
 
 // Whole values.
 
@@ -184,8 +240,7 @@ inline bool read_member(lua_State* L, const Block* block, int key, int table, T&
   lua_pushvalue(L, lua_upvalueindex(key));
   const int type = lua_rawget(L, table);
   const int inner = lua_gettop(L);
-  if (type == LUA_TTABLE && lua_getmetatable(L, inner) != 0 &&
-      lua_topointer(L, -1) == block->metatable[kClassOf<T>]) {
+  if (type == LUA_TTABLE && lua_getmetatable(L, inner) != 0 && lua_topointer(L, -1) == block->metatable[kClassOf<T>]) {
     read_members(L, block, inner, member);
   }
   return type != LUA_TNIL;
@@ -373,7 +428,10 @@ struct Handler;
 template <typename R, typename... Ps>
 struct Handler<R (*)(Ps...)> {
   static constexpr int kCount = sizeof...(Ps);
-  static constexpr int kOptional = (0 + ... + (std::is_same_v<Ps, std::optional<float>> || std::is_same_v<Ps, std::optional<int>> || std::is_same_v<Ps, std::optional<bool>> || std::is_same_v<Ps, const std::optional<Vector3>&>));
+  static constexpr int kOptional =
+      (0 + ... +
+       (std::is_same_v<Ps, std::optional<float>> || std::is_same_v<Ps, std::optional<int>> ||
+        std::is_same_v<Ps, std::optional<bool>> || std::is_same_v<Ps, const std::optional<Vector3>&>));
 
   template <auto kNative, Order kOrder, int... kIndices>
   static int call(lua_State* L, std::integer_sequence<int, kIndices...>) {
@@ -388,7 +446,8 @@ struct Handler<R (*)(Ps...)> {
     if (kOptional == 0 ? top != kCount : top > kCount) {
       return fail(L);
     }
-    if (!(((kOrder == kSelfFirst && kIndices == 0) || take(L, block, kIndices + 1, top, std::get<kIndices>(slots))) && ...)) {
+    if (!(((kOrder == kSelfFirst && kIndices == 0) || take(L, block, kIndices + 1, top, std::get<kIndices>(slots))) &&
+          ...)) {
       return fail(L);
     }
     return finish<kNative>(L, block, slots, std::integer_sequence<int, kIndices...>());
@@ -425,18 +484,18 @@ struct Handler<R (*)(Ps...) noexcept> : Handler<R (*)(Ps...)> {};
 
 /// Count, then arguments.
 template <auto kNative>
-int function(lua_State* L) {
+[[gnu::flatten]] int function(lua_State* L) {
   using H = Handler<decltype(kNative)>;
   return H::template call<kNative, kCountFirst>(L, std::make_integer_sequence<int, H::kCount>());
 }
 /// Object, then count, then the other arguments.
 template <auto kNative>
-int method(lua_State* L) {
+[[gnu::flatten]] int method(lua_State* L) {
   using H = Handler<decltype(kNative)>;
   return H::template call<kNative, kSelfFirst>(L, std::make_integer_sequence<int, H::kCount>());
 }
 template <auto kNative>
-int accessor(lua_State* L) {
+[[gnu::flatten]] int accessor(lua_State* L) {
   return Handler<decltype(kNative)>::template access<kNative>(L);
 }
 
