@@ -1,28 +1,33 @@
--- Counts under callgrind: `lua count.lua FILTER`. Each measurement is a dump of its own, named SIDE CALL.
+-- Counts calls under callgrind: `lua count.lua CALLS FILTER SIDES`. Each measurement is a dump of its own, named
+-- "SIDE CALL".
 local counter = require "counter"
 local operations = require "operations"
-local sides = {{"floor", require "floor"}, {"ours", require "math3d"}}
-local n = tonumber(arg[2])
-local filter = arg[1] or ""
-
-local function measure(side, call, m)
-  local run = operations.compile(call, m)
-  run(n // 4)
-  collectgarbage()
-  collectgarbage()
-  run(n // 4)
-  counter.start()
-  run(n)
-  counter.stop(side .. " " .. call)
+local n, filter = tonumber(arg[1]), arg[2]
+local sides = {"floor", "math3d"}
+for side in arg[3]:gmatch("%w+") do
+  sides[#sides + 1] = side
 end
 
-measure("loop", "", nil)
-measure("empty", "empty()", sides[1][2])
+local function count(name, run)
+  run(n // 4)
+  collectgarbage()
+  collectgarbage()
+  run(n // 4)  -- the collector at its pace
+  counter.start()
+  run(n)
+  counter.stop(name)
+end
+
+count("loop", (operations.compile("")))
+count("empty", (operations.compile("empty()", require "floor")))
 for _, operation in ipairs(operations.list) do
   local call = operation[3]
-  if (table.concat(operation, " ", 1, 2) .. " " .. call):find(filter, 1, true) then
+  if (table.concat(operation, " ", 1, 3)):find(filter, 1, true) then
     for _, side in ipairs(sides) do
-      measure(side[1], call, side[2])
+      local has_call = side ~= "checked" and side ~= "naive" or operation.twelve
+      if has_call and not (side == "checked" and operation[2] == "wrapped") then
+        count(side .. " " .. call, (operations.compile(call, require(side))))
+      end
     end
   end
 end

@@ -1,44 +1,61 @@
--- The table of tools/instructions, from what callgrind wrote: `lua count_report.lua FILE CALLS`.
+-- The tables of tools/instructions, from what callgrind wrote: `lua count_report.lua FILE CALLS`.
 local operations = require "operations"
-local counts, n = {}, tonumber(arg[2])
-local name
+local counts, name = {}, nil
 for line in io.lines(arg[1]) do
-  name = line:match("^desc: Trigger: Client Request: (.*)$") or name
-  local total = line:match("^summary: (%d+)") or line:match("^totals: (%d+)")
+  name = line:match("^desc: Trigger: Client Request: (.-)%s*$") or name
+  local total = line:match("^summary: (%d+)")
   if name and total and not counts[name] then
-    counts[name] = tonumber(total) / n
+    counts[name] = tonumber(total) / tonumber(arg[2])
+  end
+end
+local function of(side, call)
+  local count = counts[side .. " " .. call]
+  return count and count - counts.loop
+end
+
+local columns = {"floor", "math3d"}
+for _, side in ipairs({"naive", "checked", "plain"}) do
+  for _, operation in ipairs(operations.list) do
+    if of(side, operation[3]) then
+      columns[#columns + 1] = side
+      break
+    end
+  end
+end
+print(("%-12s %-8s %-50s"):format("kind", "value", "call") .. (" %8s"):rep(#columns):format(table.unpack(columns)) ..
+  "   ratio")
+
+local groups, order, over = {}, {}, 0
+local function enter(key, ratio)
+  if not groups[key] then
+    groups[key] = {sum = 0, count = 0, most = 0}
+    order[#order + 1] = key
+  end
+  local group = groups[key]
+  group.sum, group.count, group.most = group.sum + math.log(ratio), group.count + 1, math.max(group.most, ratio)
+end
+for _, operation in ipairs(operations.list) do
+  local kind, value, call = table.unpack(operation)
+  local floor, ours = of("floor", call), of("math3d", call)
+  if floor and ours then
+    local line = ("%-12s %-8s %-50s"):format(kind, value, call)
+    for _, side in ipairs(columns) do
+      local count = of(side, call)
+      line = line .. (count and (" %8.0f"):format(count) or "         ")
+    end
+    local ratio = ours / floor
+    over = over + (ratio > 1.10 and 1 or 0)
+    print(line .. ("   %.3f%s"):format(ratio, ratio > 1.10 and " >" or ""))
+    enter(kind, ratio)
+    enter("of " .. value, ratio)
+    enter("all", ratio)
   end
 end
 
-local loop = counts["loop "]
-local function geometric(sum, count) return count > 0 and math.exp(sum / count) or 0 / 0 end
-local sums, order, all, lines, over = {}, {}, {sum = 0, count = 0, most = 0}, {}, 0
-print(("%-12s %-8s %-50s %9s %9s %7s"):format("kind", "value", "call", "floor", "ours", "ratio"))
-for _, operation in ipairs(operations.list) do
-  local kind, value, call = table.unpack(operation)
-  local floor, ours = counts["floor " .. call], counts["ours " .. call]
-  if floor and ours then
-    local ratio = (ours - loop) / (floor - loop)
-    print(("%-12s %-8s %-50s %9.0f %9.0f %7.3f%s"):format(kind, value, call, floor - loop, ours - loop, ratio,
-      ratio > 1.10 and " >" or ""))
-    for _, key in ipairs({kind, value}) do
-      if not sums[key] then
-        sums[key] = {sum = 0, count = 0, most = 0}
-        order[#order + 1] = key
-      end
-      for _, group in ipairs({sums[key]}) do
-        group.sum, group.count, group.most = group.sum + math.log(ratio), group.count + 1, math.max(group.most, ratio)
-      end
-    end
-    all.sum, all.count, all.most = all.sum + math.log(ratio), all.count + 1, math.max(all.most, ratio)
-    over = over + (ratio > 1.10 and 1 or 0)
-  end
-end
-print()
-print(("%-12s %5s %9s %9s"):format("", "calls", "mean", "most"))
+print(("\n%-12s %5s %9s %9s"):format("ours / floor", "calls", "mean", "most"))
+table.sort(order, function(a, b) return (a == "all" and "~" or a) < (b == "all" and "~" or b) end)
 for _, key in ipairs(order) do
-  local group = sums[key]
-  print(("%-12s %5d %9.3f %9.3f"):format(key, group.count, geometric(group.sum, group.count), group.most))
+  local group = groups[key]
+  print(("%-12s %5d %9.3f %9.3f"):format(key, group.count, math.exp(group.sum / group.count), group.most))
 end
-print(("%-12s %5d %9.3f %9.3f"):format("all", all.count, geometric(all.sum, all.count), all.most))
-print(("an empty function: %.0f; calls above 1.10: %d"):format(counts["empty empty()"] - loop, over))
+print(("an empty function %.0f; calls above 1.10: %d"):format(of("empty", "") or counts.empty - counts.loop, over))

@@ -1,0 +1,7 @@
+/// Native code alone, beside GLM and Eigen.
+#pragma once
+
+#include <string>
+
+/// Registers those whose name holds the filter.
+void add_native_benchmarks(const std::string& filter);
