@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include <zeph/export.h>
+#include <zeph/math3d/lanes.h>
 #include <zeph/math3d/rotation.h>
 #include <zeph/math3d/vector3.h>
 
@@ -54,20 +55,36 @@ inline constexpr _Matrix<float> kIdentityMatrix{{1.0F, 0.0F, 0.0F, 0.0F,  //
   return scaled;
 }
 /// Row i is (a[i][3] * b row 3 + a[i][1] * b row 1) + (a[i][2] * b row 2 + a[i][0] * b row 0).
-[[nodiscard]] constexpr _Matrix<float> operator*(const _Matrix<float>& a, const _Matrix<float>& b) noexcept {
+template <typename L>
+[[nodiscard]] constexpr _Matrix<float> product_by_lanes(const _Matrix<float>& a, const _Matrix<float>& b) noexcept {
+  const L b0 = L::load(&b.elements[0]);
+  const L b1 = L::load(&b.elements[4]);
+  const L b2 = L::load(&b.elements[8]);
+  const L b3 = L::load(&b.elements[12]);
+  const auto row = [&](const float* from) {
+    const L r = L::load(from);
+    return (spread<3>(r) * b3 + spread<1>(r) * b1) + (spread<2>(r) * b2 + spread<0>(r) * b0);
+  };
   _Matrix<float> product;
-  for (std::size_t i = 0; i < 4; ++i) {
-    for (std::size_t c = 0; c < 4; ++c) {
-      product(i, c) = (a(i, 3) * b(3, c) + a(i, 1) * b(1, c)) + (a(i, 2) * b(2, c) + a(i, 0) * b(0, c));
-    }
-  }
+  row(&a.elements[0]).store(&product.elements[0]);
+  row(&a.elements[4]).store(&product.elements[4]);
+  row(&a.elements[8]).store(&product.elements[8]);
+  row(&a.elements[12]).store(&product.elements[12]);
   return product;
 }
-/// The point v, w taken as 1: ((z * row 2 + row 3) + y * row 1) + x * row 0. Column 3 is not read.
+[[nodiscard]] constexpr _Matrix<float> operator*(const _Matrix<float>& a, const _Matrix<float>& b) noexcept {
+  return std::is_constant_evaluated() ? product_by_lanes<PlainLanes>(a, b) : product_by_lanes<Lanes>(a, b);
+}
+/// The point v, w taken as 1: ((z * row 2 + row 3) + y * row 1) + x * row 0. Column 3 plays no part.
+template <typename L>
+[[nodiscard]] constexpr _Vector3<float> point_by_lanes(const _Vector3<float>& v, const _Matrix<float>& m) noexcept {
+  const L point =
+      ((L::all(v.z) * L::load(&m.elements[8]) + L::load(&m.elements[12])) + L::all(v.y) * L::load(&m.elements[4])) +
+      L::all(v.x) * L::load(&m.elements[0]);
+  return {point[0], point[1], point[2]};
+}
 [[nodiscard]] constexpr _Vector3<float> operator*(const _Vector3<float>& v, const _Matrix<float>& m) noexcept {
-  return {((v.z * m(2, 0) + m(3, 0)) + v.y * m(1, 0)) + v.x * m(0, 0),
-          ((v.z * m(2, 1) + m(3, 1)) + v.y * m(1, 1)) + v.x * m(0, 1),
-          ((v.z * m(2, 2) + m(3, 2)) + v.y * m(1, 2)) + v.x * m(0, 2)};
+  return std::is_constant_evaluated() ? point_by_lanes<PlainLanes>(v, m) : point_by_lanes<Lanes>(v, m);
 }
 
 /// True when no pair of elements differs by more than the tolerance; a pair with a NaN passes.

@@ -18,76 +18,63 @@ constexpr void do_translate(_Matrix<float>& m, const _Vector3<float>& v) noexcep
   set_translation(m, translation(m) + v);
 }
 
-/// Four floats that one instruction can take together; the operators loop so that compilers see it.
-struct Lanes {
-  float lane[4]{};
-};
-[[nodiscard]] constexpr Lanes operator+(const Lanes& a, const Lanes& b) noexcept {
-  Lanes r;
-  for (std::size_t i = 0; i < 4; ++i) {
-    r.lane[i] = a.lane[i] + b.lane[i];
-  }
-  return r;
-}
-[[nodiscard]] constexpr Lanes operator-(const Lanes& a, const Lanes& b) noexcept {
-  Lanes r;
-  for (std::size_t i = 0; i < 4; ++i) {
-    r.lane[i] = a.lane[i] - b.lane[i];
-  }
-  return r;
-}
-[[nodiscard]] constexpr Lanes operator*(const Lanes& a, const Lanes& b) noexcept {
-  Lanes r;
-  for (std::size_t i = 0; i < 4; ++i) {
-    r.lane[i] = a.lane[i] * b.lane[i];
-  }
-  return r;
-}
-
 /// The adjugate times 1/determinant, the reciprocal taken once. There is no test of the determinant: a singular matrix
 /// gives infinities and NaNs, a zero matrix NaN throughout.
 ///
 /// Lane i works out column i of the adjugate, the cofactors that leave row i out. Rows pair up as 0 with 1 and 2 with
 /// 3; a cofactor is the row paired with i, expanded by the 2x2 determinants of the other pair. The twelve determinants
 /// of the pairs serve all sixteen cofactors and the determinant (Laplace's expansion by two rows).
-[[nodiscard]] constexpr _Matrix<float> inverse(const _Matrix<float>& m) noexcept {
-  // Column c of the row paired with row i, signed as (-1)^i.
-  const auto paired = [&m](std::size_t c) { return Lanes{{m(1, c), -m(0, c), m(3, c), -m(2, c)}}; };
-  // Columns c and d of the pair that row i is not in: upper[c] * lower[d] - lower[c] * upper[d].
-  const auto minors = [&m](std::size_t c, std::size_t d) {
-    const Lanes upper_c{{m(2, c), m(2, c), m(0, c), m(0, c)}};
-    const Lanes upper_d{{m(2, d), m(2, d), m(0, d), m(0, d)}};
-    const Lanes lower_c{{m(3, c), m(3, c), m(1, c), m(1, c)}};
-    const Lanes lower_d{{m(3, d), m(3, d), m(1, d), m(1, d)}};
-    return upper_c * lower_d - lower_c * upper_d;
+template <typename L>
+[[nodiscard]] constexpr _Matrix<float> inverse_by_lanes(const _Matrix<float>& m) noexcept {
+  const L r0 = L::load(&m.elements[0]);
+  const L r1 = L::load(&m.elements[4]);
+  const L r2 = L::load(&m.elements[8]);
+  const L r3 = L::load(&m.elements[12]);
+
+  // The determinants a[c] * b[d] - b[c] * a[d] of columns cd 01, 02, 03, 12 of a pair.
+  const auto minors = [](const L& a, const L& b) {
+    return shuffled<0, 0, 0, 1>(a) * shuffled<1, 2, 3, 2>(b) - shuffled<0, 0, 0, 1>(b) * shuffled<1, 2, 3, 2>(a);
   };
-  const Lanes p0 = paired(0);
-  const Lanes p1 = paired(1);
-  const Lanes p2 = paired(2);
-  const Lanes p3 = paired(3);
-  const Lanes d01 = minors(0, 1);
-  const Lanes d02 = minors(0, 2);
-  const Lanes d03 = minors(0, 3);
-  const Lanes d12 = minors(1, 2);
-  const Lanes d13 = minors(1, 3);
-  const Lanes d23 = minors(2, 3);
+  const L upper = minors(r0, r1);
+  const L lower = minors(r2, r3);
+  // Those of columns 13 and 23, of the upper pair and of the lower one.
+  const L rest = shuffled<1, 2, 1, 2>(r0, r2) * shuffled<3, 3, 3, 3>(r1, r3) -
+                 shuffled<1, 2, 1, 2>(r1, r3) * shuffled<3, 3, 3, 3>(r0, r2);
+  // The pair that row i is not in: rows 0 and 1 take the lower one.
+  const L d01 = shuffled<0, 0, 0, 0>(lower, upper);
+  const L d02 = shuffled<1, 1, 1, 1>(lower, upper);
+  const L d03 = shuffled<2, 2, 2, 2>(lower, upper);
+  const L d12 = shuffled<3, 3, 3, 3>(lower, upper);
+  const L d13 = shuffled<2, 2, 0, 0>(rest);
+  const L d23 = shuffled<3, 3, 1, 1>(rest);
 
-  // Lane 0 holds the minors of rows 2 and 3, lane 2 those of rows 0 and 1.
-  constexpr auto laplace = [](const Lanes& a, const Lanes& b) { return a.lane[2] * b.lane[0]; };
-  const float determinant =
-      ((((laplace(d01, d23) - laplace(d02, d13)) + laplace(d03, d12)) + laplace(d12, d03)) - laplace(d13, d02)) +
-      laplace(d23, d01);
-  const float reciprocal = 1.0F / determinant;
+  // Upper 01, 02, 03, 12 times lower 23, 13, 12, 03; upper 13, 23 times lower 02, 01.
+  const L first = upper * shuffled<3, 2, 3, 2>(rest, lower);
+  const L last = rest * shuffled<1, 0, 1, 0>(lower);
+  const float determinant = ((((first[0] - first[1]) + first[2]) + first[3]) - last[0]) + last[1];
+  const L reciprocal = L::all(1.0F / determinant);
 
-  const Lanes adjugate[4]{(p1 * d23 - p2 * d13) + p3 * d12, (p2 * d03 - p0 * d23) - p3 * d02,
-                          (p0 * d13 - p1 * d03) + p3 * d01, (p1 * d02 - p0 * d12) - p2 * d01};
+  // Column c of the row paired with row i, signed as (-1)^i: rows 1, -0, 3, -2 turned into columns.
+  const L n0 = -r0;
+  const L n2 = -r2;
+  const L low01 = shuffled<0, 1, 0, 1>(r1, n0);
+  const L low23 = shuffled<0, 1, 0, 1>(r3, n2);
+  const L high01 = shuffled<2, 3, 2, 3>(r1, n0);
+  const L high23 = shuffled<2, 3, 2, 3>(r3, n2);
+  const L p0 = shuffled<0, 2, 0, 2>(low01, low23);
+  const L p1 = shuffled<1, 3, 1, 3>(low01, low23);
+  const L p2 = shuffled<0, 2, 0, 2>(high01, high23);
+  const L p3 = shuffled<1, 3, 1, 3>(high01, high23);
+
   _Matrix<float> result;
-  for (std::size_t r = 0; r < 4; ++r) {
-    for (std::size_t c = 0; c < 4; ++c) {
-      result(r, c) = adjugate[r].lane[c] * reciprocal;
-    }
-  }
+  (((p1 * d23 - p2 * d13) + p3 * d12) * reciprocal).store(&result.elements[0]);
+  (((p2 * d03 - p0 * d23) - p3 * d02) * reciprocal).store(&result.elements[4]);
+  (((p0 * d13 - p1 * d03) + p3 * d01) * reciprocal).store(&result.elements[8]);
+  (((p1 * d02 - p0 * d12) - p2 * d01) * reciprocal).store(&result.elements[12]);
   return result;
+}
+[[nodiscard]] constexpr _Matrix<float> inverse(const _Matrix<float>& m) noexcept {
+  return std::is_constant_evaluated() ? inverse_by_lanes<PlainLanes>(m) : inverse_by_lanes<Lanes>(m);
 }
 /// m = inverse(m). Always true, also for a singular matrix.
 constexpr bool invert(_Matrix<float>& m) noexcept {
