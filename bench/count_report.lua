@@ -1,22 +1,11 @@
--- The tables of tools/instructions, from what callgrind wrote: `lua count_report.lua FILE CALLS`.
+-- The tables of tools/instructions: `lua count_report.lua CALLS FILE...`.
 local operations = require "operations"
-local counts, name = {}, nil
-for line in io.lines(arg[1]) do
-  name = line:match("^desc: Trigger: Client Request: (.-)%s*$") or name
-  local total = line:match("^summary: (%d+)")
-  if name and total and not counts[name] then
-    counts[name] = tonumber(total) / tonumber(arg[2])
-  end
-end
-local function of(side, call)
-  local count = counts[side .. " " .. call]
-  return count and count - counts.loop
-end
+local count = require "counts"(table.move(arg, 2, #arg, 1, {}), tonumber(arg[1]))
 
 local columns = {"floor", "math3d"}
 for _, side in ipairs({"naive", "checked", "plain"}) do
   for _, operation in ipairs(operations.list) do
-    if of(side, operation[3]) then
+    if count(side, operation[3]) then
       columns[#columns + 1] = side
       break
     end
@@ -36,12 +25,12 @@ local function enter(key, ratio)
 end
 for _, operation in ipairs(operations.list) do
   local kind, value, call = table.unpack(operation)
-  local floor, ours = of("floor", call), of("math3d", call)
+  local floor, ours = count("floor", call), count("math3d", call)
   if floor and ours then
     local line = ("%-12s %-8s %-50s"):format(kind, value, call)
     for _, side in ipairs(columns) do
-      local count = of(side, call)
-      line = line .. (count and (" %8.0f"):format(count) or "         ")
+      local instructions = count(side, call)
+      line = line .. (instructions and (" %8.0f"):format(instructions) or "         ")
     end
     local ratio = ours / floor
     over = over + (ratio > 1.10 and 1 or 0)
@@ -58,4 +47,4 @@ for _, key in ipairs(order) do
   local group = groups[key]
   print(("%-12s %5d %9.3f %9.3f"):format(key, group.count, math.exp(group.sum / group.count), group.most))
 end
-print(("an empty function %.0f; calls above 1.10: %d"):format(of("empty", "") or counts.empty - counts.loop, over))
+print(("an empty function %.0f; calls above 1.10: %d"):format(count("empty", ""), over))

@@ -1,5 +1,6 @@
-/// Times script calls: `benchmarks FILTER [options of Google Benchmark]`. The modules come by LUA_PATH and LUA_CPATH;
-/// bench/run sets them.
+/// Times script calls and native code: `benchmarks FILTER [only_promises] [options of Google Benchmark]`, where
+/// only_promises leaves out what bench/check does not need. The modules come by LUA_PATH and LUA_CPATH; bench/run sets
+/// them.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -49,7 +50,7 @@ void time_call(benchmark::State& state, lua_State* L, int function) {
   }
 }
 
-/// bench/timings.lua lists them: (name, function (n), calls of an n).
+/// (name, function (n)); bench/timings.lua calls it.
 int add(lua_State* L) {
   const std::string name = luaL_checkstring(L, 1);
   luaL_checktype(L, 2, LUA_TFUNCTION);
@@ -93,8 +94,13 @@ int add_tick(lua_State* L) {
 
 int main(int argc, char** argv) {
   std::string filter;
-  if (argc > 1 && argv[1][0] != '-') {
-    filter = argv[1];
+  bool only_promises = false;
+  for (int place = 1; place <= 2 && argc > 1 && argv[1][0] != '-'; ++place) {
+    if (place == 1) {
+      filter = argv[1];
+    } else {
+      only_promises = true;
+    }
     std::rotate(argv + 1, argv + 2, argv + argc);
     --argc;
   }
@@ -109,7 +115,8 @@ int main(int argc, char** argv) {
   call(L, 1);
   lua_getglobal(L, "add_timings");
   lua_pushlstring(L, filter.data(), filter.size());
-  call(L, 1);
+  lua_pushboolean(L, only_promises ? 1 : 0);
+  call(L, 2);
   add_native_benchmarks(filter);
 
   TableReporter reporter;

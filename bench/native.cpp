@@ -54,8 +54,8 @@ T from(const Numbers& numbers) {
   return value;
 }
 
-/// Times `out[i] = operation(a[i], b[i])`. The sides take turns with one loop.
-template <typename A, typename B, typename Make, typename MakeB, typename Operation>
+/// Times `out[i] = operation(a[i], b[i])`, with kOneB `operation(a[i], b[0])`.
+template <typename A, typename B, bool kOneB = false, typename Make, typename MakeB, typename Operation>
 void add(const std::string& filter, const std::string& name, Make make_a, MakeB make_b, Operation operation) {
   if (name.find(filter) == std::string::npos) {
     return;
@@ -70,7 +70,7 @@ void add(const std::string& filter, const std::string& name, Make make_a, MakeB 
     std::vector<std::decay_t<decltype(operation(a[0], b[0]))>> out(kCount);
     while (state.KeepRunningBatch(kCount)) {
       for (std::size_t i = 0; i < kCount; ++i) {
-        out[i] = operation(a[i], b[i]);
+        out[i] = operation(a[i], b[kOneB ? 0 : i]);
       }
       benchmark::DoNotOptimize(out.data());
       benchmark::ClobberMemory();
@@ -124,6 +124,17 @@ void add_native_benchmarks(const std::string& filter) {
       [](const auto& v, const auto& m) { return glm::vec3(m * glm::aligned_vec4(v, 1.0F)); });
   add<Eigen::Vector3f, Transform>(filter, "native point transform|eigen", unit, numbers,
                                   [](const auto& v, const auto& m) -> Eigen::Vector3f { return m * v; });
+
+  // Many points by one matrix, as they mostly come: the matrix is given by the first.
+  const auto first = [](std::size_t) { return numbers(kCount); };
+  add<V, M, true>(filter, "native points by one matrix|ours", unit, first, multiply);
+  add<glm::vec3, glm::mat4, true>(filter, "native points by one matrix|glm", unit, first,
+                                  [](const auto& v, const auto& m) { return glm::vec3(m * glm::vec4(v, 1.0F)); });
+  add<glm::vec3, glm::aligned_mat4, true>(
+      filter, "native points by one matrix|glm simd", unit, first,
+      [](const auto& v, const auto& m) { return glm::vec3(m * glm::aligned_vec4(v, 1.0F)); });
+  add<Eigen::Vector3f, Transform, true>(filter, "native points by one matrix|eigen", unit, first,
+                                        [](const auto& v, const auto& m) -> Eigen::Vector3f { return m * v; });
 
   add<Q, Q>(filter, "native slerp|ours", unit, unit, [](const Q& a, const Q& b) { return ours::slerp(a, b, 0.25F); });
   add<glm::quat, glm::quat>(filter, "native slerp|glm", unit, unit,

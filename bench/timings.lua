@@ -1,4 +1,4 @@
--- What the benchmark program times in Lua: add_timings(filter), by `add` and `add_tick` of main.cpp. The names are
+-- What the benchmark program times in Lua: add_timings(filter, only_promises), by `add` and `add_tick` of main.cpp. The names are
 -- "OPERATION|SIDE".
 local operations = require "operations"
 local tick = require "tick"
@@ -8,7 +8,7 @@ for _, side in ipairs(sides) do
   modules[side] = require(side)
 end
 
-function add_timings(filter)
+function add_timings(filter, only_promises)
   local function wanted(text) return text:find(filter, 1, true) end
 
   if wanted("an empty function") then
@@ -17,7 +17,7 @@ function add_timings(filter)
   for _, operation in ipairs(operations.list) do
     local kind, value, call = table.unpack(operation)
     local name = kind .. " " .. value .. " " .. call
-    if wanted(name) then
+    if wanted(name) and (operation.twelve or not only_promises) then
       for _, side in ipairs(sides) do
         if operation.twelve and not (side == "checked" and value == "wrapped") or side ~= "checked" and side ~= "naive" then
           add(name .. "|" .. (side == "math3d" and "ours" or side), (operations.compile(call, modules[side])))
