@@ -54,7 +54,7 @@ T from(const Numbers& numbers) {
   return value;
 }
 
-/// Times `out[i] = operation(a[i], b[i])`, with kOneB `operation(a[i], b[0])`.
+/// Times `out[i] = operation(a[i], b[i])`, with kOneB `operation(a[i], first)` of the first b.
 template <typename A, typename B, bool kOneB = false, typename Make, typename MakeB, typename Operation>
 void add(const std::string& filter, const std::string& name, Make make_a, MakeB make_b, Operation operation) {
   if (name.find(filter) == std::string::npos) {
@@ -69,8 +69,15 @@ void add(const std::string& filter, const std::string& name, Make make_a, MakeB 
     }
     std::vector<std::decay_t<decltype(operation(a[0], b[0]))>> out(kCount);
     while (state.KeepRunningBatch(kCount)) {
-      for (std::size_t i = 0; i < kCount; ++i) {
-        out[i] = operation(a[i], b[kOneB ? 0 : i]);
+      if constexpr (kOneB) {
+        const B first = b[0];
+        for (std::size_t i = 0; i < kCount; ++i) {
+          out[i] = operation(a[i], first);
+        }
+      } else {
+        for (std::size_t i = 0; i < kCount; ++i) {
+          out[i] = operation(a[i], b[i]);
+        }
       }
       benchmark::DoNotOptimize(out.data());
       benchmark::ClobberMemory();

@@ -13,6 +13,7 @@ option(MATH3D_BUILD_BENCHMARKS "Build the benchmarks" OFF)
 option(MATH3D_TEST_INSTALL "Test programs and scripts of others against what this build installs" OFF)
 option(MATH3D_TEST_PACKAGING "Test the packages, and a platform other than ours" OFF)
 option(MATH3D_TEST_SOURCES "Test what does not depend on the build: style, documents, debuggers' views" OFF)
+option(MATH3D_TEST_INSTRUCTIONS "Test that script calls take hardly more instructions than calls written by hand" OFF)
 option(MATH3D_WERROR "Treat warnings as errors" OFF)
 
 # Shared, unless the project around this one or the command line says otherwise.

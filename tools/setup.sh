@@ -31,6 +31,7 @@ test_packages=(
   clang-format:clang-format
   lua-check:luacheck
   shellcheck:shellcheck
+  valgrind:valgrind
 )
 
 # Sets `missing` to those of the packages that are not there.
