@@ -21,7 +21,9 @@ using Functions = zeph::binding::FunctionTable<
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) int luaopen_additions(lua_State* L) {
+extern "C" __attribute__((visibility("default"))) int luaopen_additions(lua_State* L);
+
+int luaopen_additions(lua_State* L) {
   zeph::math3d::InitLuaMath3d(L);  // the classes that arguments are of have to be there
   lua_pop(L, 1);
   zplua_initmodule(L, "math3d");

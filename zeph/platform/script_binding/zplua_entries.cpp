@@ -38,9 +38,9 @@ bool push_text(lua_State* L, const ScriptState* state, ObjectSlot* place) {
         throw std::bad_alloc();
       }
     }
-    const std::string text = made != nullptr ? made->AsString() : place->object->AsString();
+    std::string text = made != nullptr ? made->AsString() : place->object->AsString();
     lua_pushcfunction(L, push_string);
-    lua_pushlightuserdata(L, const_cast<std::string*>(&text));
+    lua_pushlightuserdata(L, &text);
     return lua_pcall(L, 1, 1, 0) == LUA_OK;
   } catch (const std::bad_alloc&) {
     // Reported below, outside the handler.

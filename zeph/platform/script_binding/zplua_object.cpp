@@ -69,6 +69,7 @@ void make_object(lua_State* L, int index, ScriptState* state, ObjectSlot* place)
   LuaObject* object = state->bare[slot].make(place->value());
   if (object == nullptr) {
     luaL_error(L, "not enough memory");
+    return;  // never: luaL_error has left
   }
   guardian->made = object;
   LuaObjectAccess::Watch(state, object);
