@@ -9,7 +9,7 @@ using Vector3 = zeph::math3d::_Vector3<float>;
 using Traits = zeph::binding::TypeTraits<Vector3>;
 
 // teleport(position): takes a vector and gives one back.
-int teleport(lua_State* L) {
+static int teleport(lua_State* L) {
   if (!Traits::Checking(L, 1, false)) {
     return luaL_error(L, "teleport needs a Vector3");
   }

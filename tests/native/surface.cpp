@@ -322,7 +322,7 @@ std::uint64_t LiveSurface::digest(lua_State* L, int index, bool raw, int depth) 
     case LUA_TBOOLEAN:
       return mix(kind, static_cast<std::uint64_t>(lua_toboolean(L, index)));
     case LUA_TNUMBER:
-      return mix(kind, std::bit_cast<std::uint64_t>(static_cast<double>(lua_tonumber(L, index))));
+      return mix(kind, std::bit_cast<std::uint64_t>(lua_tonumber(L, index)));
     case LUA_TSTRING:
       return mix(kind, std::hash<std::string_view>()(lua_tostring(L, index)));
     case LUA_TTABLE:
