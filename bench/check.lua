@@ -37,9 +37,8 @@ local function mean(list)
   return math.exp(sum / #list)
 end
 
--- Instructions: ours beside the floor's, the worst call of each kind. The three calls that make matrices are looked at
--- by themselves.
-local by_kind, all, worst = {}, {}, {}
+-- Instructions: ours beside the floor's, the worst call of each kind.
+local all, worst = {}, {}
 for _, operation in ipairs(operations.list) do
   local kind, value, call = table.unpack(operation)
   local ratio = count("math3d", call) / count("floor", call)
@@ -88,8 +87,9 @@ for _, operation in ipairs({"matrix multiply", "matrix inverse", "quaternion mul
 end
 
 -- A tick over more entities leaves the caches behind, for everybody: what the library adds to that is the claim.
-local function tick(count, side) return time(("tick over %6d entities, a call"):format(count), side) end
-print(("     tick, ns a call, 1000 / 10000 / 100000 entities: ours %.0f / %.0f / %.0f, floor %.0f / %.0f / %.0f"):format(
+local function tick(entities, side) return time(("tick over %6d entities, a call"):format(entities), side) end
+local line = "     tick, ns a call, 1000 / 10000 / 100000 entities: ours %.0f / %.0f / %.0f, floor %.0f / %.0f / %.0f"
+print(line:format(
   tick(1000, "ours"), tick(10000, "ours"), tick(100000, "ours"), tick(1000, "floor"), tick(10000, "floor"),
   tick(100000, "floor")))
 at_most("growth of a call's time from 1,000 to 100,000 entities / the floor's growth",

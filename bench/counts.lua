@@ -2,7 +2,7 @@
 -- loop around it. Of several files, each from a process of its own, the mean: the seed of Lua's hashes changes the
 -- length of look-ups from process to process.
 return function(files, n)
-  local sums, loops = {}, 0
+  local sums = {}
   for _, file in ipairs(files) do
     local name
     for line in io.lines(file) do
@@ -14,7 +14,7 @@ return function(files, n)
       end
     end
   end
-  loops = sums["loop"]
+  local loops = sums["loop"]
   return function(side, call)
     local sum = sums[call == "" and side or side .. " " .. call]
     return sum and sum - loops

@@ -17,9 +17,9 @@ namespace {
 
 constexpr int kBatch = 500;
 
-/// Runs `count` values on the stack below as a call without results.
-void call(lua_State* L, int arguments) {
-  if (lua_pcall(L, arguments, 0, 0) != LUA_OK) {
+/// Calls the function below the arguments; an error ends the program.
+void call(lua_State* L, int arguments, int results = 0) {
+  if (lua_pcall(L, arguments, results, 0) != LUA_OK) {
     std::fprintf(stderr, "%s\n", lua_tostring(L, -1));
     std::exit(1);
   }
@@ -108,15 +108,14 @@ int main(int argc, char** argv) {
 
   lua_State* L = luaL_newstate();
   luaL_openlibs(L);
-  lua_register(L, "add", add);
-  lua_register(L, "add_tick", add_tick);
   lua_getglobal(L, "require");
   lua_pushstring(L, "timings");
-  call(L, 1);
-  lua_getglobal(L, "add_timings");
+  call(L, 1, 1);
   lua_pushlstring(L, filter.data(), filter.size());
   lua_pushboolean(L, only_promises ? 1 : 0);
-  call(L, 2);
+  lua_pushcfunction(L, add);
+  lua_pushcfunction(L, add_tick);
+  call(L, 4);
   add_native_benchmarks(filter);
 
   TableReporter reporter;

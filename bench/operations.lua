@@ -142,7 +142,8 @@ local list = {
   {"mutator", "wrapped", "A:Transpose()"},
 }
 
--- The twelve (`operation.twelve`) that the naive road is measured with; all but the last two also in plain Lua with the library's checks.
+-- The twelve (`operation.twelve`) that the naive road is measured with; all but the last two also in plain Lua with the
+-- library's checks.
 local twelve = {
   "Vector3.new(1.5, 2.5, 3.5)", "v + w", "vector3_dot(v, w)", "vector3_cross(v, w)", "vector3_length(v)",
   "vector3_lerp(v, w, 0.25)", "quaternion_multiply(q, r)", "quaternion_slerp(q, r, 0.25)", "vector3_rotate(v, q)",

@@ -1,7 +1,7 @@
 -- The calls of operations.lua in plain Lua with tables, as a script would have them without the library: no checks,
 -- doubles, methods by `__index`, a matrix as a list of its elements by rows.
-local sqrt, sin, cos, acos, asin, atan, abs, floor, pi = math.sqrt, math.sin, math.cos, math.acos, math.asin,
-  math.atan, math.abs, math.floor, math.pi
+local sqrt, sin, cos, acos, atan, abs, floor, pi = math.sqrt, math.sin, math.cos, math.acos, math.atan,
+  math.abs, math.floor, math.pi
 local setmetatable, format = setmetatable, string.format
 local min, max = math.min, math.max
 local m = {}
@@ -163,8 +163,8 @@ local function each(a, b, f)
   for i = 1, 16 do r[i] = f(a[i], b and b[i]) end
   return setmetatable(r, M)
 end
-local function inverse(m)
-  local a, b, c, d, e, f, g, h, i, j, k, l, n, o, p, q = table.unpack(m, 1, 16)
+local function inverse(from)
+  local a, b, c, d, e, f, g, h, i, j, k, l, n, o, p, q = table.unpack(from, 1, 16)
   local s0, s1, s2 = a * f - e * b, a * g - e * c, a * h - e * d
   local s3, s4, s5 = b * g - f * c, b * h - f * d, c * h - g * d
   local t5, t4, t3 = k * q - p * l, j * q - o * l, j * p - o * k
@@ -207,7 +207,8 @@ M.mulvec3x3 = function(a, v)
     v.x * a[3] + v.y * a[7] + v.z * a[11])
 end
 M.__tostring = function(a)
-  return format("Matrix((%f, %f, %f, %f), (%f, %f, %f, %f), (%f, %f, %f, %f), (%f, %f, %f, %f))", table.unpack(a, 1, 16))
+  return format("Matrix((%f, %f, %f, %f), (%f, %f, %f, %f), (%f, %f, %f, %f), (%f, %f, %f, %f))",
+    table.unpack(a, 1, 16))
 end
 local function transformed(x, y, z, a)
   return x * a[1] + y * a[5] + z * a[9] + a[13], x * a[2] + y * a[6] + z * a[10] + a[14],
@@ -231,7 +232,8 @@ Matrix33.__mul = function(a, b)
   local d = dot(x, y)
   y = v3(y.x - x.x * d, y.y - x.y * d, y.z - x.z * d)
   y:normalize()
-  local d, e = dot(z, x), dot(z, y)
+  local e = dot(z, y)
+  d = dot(z, x)
   z = v3(z.x - x.x * d - y.x * e, z.y - x.y * d - y.y * e, z.z - x.z * d - y.z * e)
   z:normalize()
   return setmetatable({x.x, x.y, x.z, y.x, y.y, y.z, z.x, z.y, z.z}, Matrix33)

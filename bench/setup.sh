@@ -1,5 +1,6 @@
 # shellcheck shell=bash
 # What bench/run, bench/check and tools/instructions share; they set `root` and source this file.
+# shellcheck disable=SC2154  # root
 source "$root/tools/setup.sh"
 
 bench_packages=(

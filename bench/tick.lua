@@ -1,5 +1,5 @@
--- A game's tick over many entities: `tick(m, count)` makes them and returns a function that runs one tick, and the calls
--- of `m` that it makes for an entity. Every entity keeps the values that the last tick made.
+-- A game's tick over many entities: `tick(m, count)` makes them and returns a function that runs one tick, and how many
+-- calls of `m` it makes for an entity. Every entity keeps the values that the last tick made.
 return function(m, count)
   local Vector3, rotate, slerp = m.Vector3, m.vector3_rotate, m.quaternion_slerp
   local entities = {}

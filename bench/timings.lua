@@ -1,5 +1,5 @@
--- What the benchmark program times in Lua: add_timings(filter, only_promises), by `add` and `add_tick` of main.cpp. The names are
--- "OPERATION|SIDE".
+-- What the benchmark program times in Lua: a function (filter, only_promises, add, add_tick), the last two of main.cpp.
+-- The names are "OPERATION|SIDE".
 local operations = require "operations"
 local tick = require "tick"
 local sides = {"floor", "math3d", "plain", "checked", "naive"}
@@ -8,7 +8,7 @@ for _, side in ipairs(sides) do
   modules[side] = require(side)
 end
 
-function add_timings(filter, only_promises)
+return function(filter, only_promises, add, add_tick)
   local function wanted(text) return text:find(filter, 1, true) end
 
   if wanted("an empty function") then
@@ -19,7 +19,8 @@ function add_timings(filter, only_promises)
     local name = kind .. " " .. value .. " " .. call
     if wanted(name) and (operation.twelve or not only_promises) then
       for _, side in ipairs(sides) do
-        if operation.twelve and not (side == "checked" and value == "wrapped") or side ~= "checked" and side ~= "naive" then
+        local has_call = side ~= "checked" and side ~= "naive" or operation.twelve
+        if has_call and not (side == "checked" and value == "wrapped") then
           add(name .. "|" .. (side == "math3d" and "ours" or side), (operations.compile(call, modules[side])))
         end
       end
