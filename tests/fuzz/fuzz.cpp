@@ -1,10 +1,10 @@
 /// Turns bytes into a sequence of script calls over everything that scripts can reach, for libFuzzer.
 ///
-/// One input is one Lua state. Values live in a pool of slots, the first of which hold a value of each class; calls take
-/// them from there, so that they are shared and aliased, and put results back. Besides, the input removes and replaces
-/// fields, swaps and forges metatables, writes into class tables, collects, lets memory run out, and calls back into
-/// itself from finalizers, metamethods and replaced entries. In the end everything is as if nothing had happened:
-/// values that the input had no hand on are unchanged, the module works, and closing the state leaks nothing.
+/// One input is one Lua state. Values live in a pool of slots, the first of which hold a value of each class; calls
+/// take them from there, so that they are shared and aliased, and put results back. Besides, the input removes and
+/// replaces fields, swaps and forges metatables, writes into class tables, collects, lets memory run out, and calls
+/// back into itself from finalizers, metamethods and replaced entries. In the end everything is as if nothing had
+/// happened: values that the input had no hand on are unchanged, the module works, and closing the state leaks nothing.
 ///
 /// Environment: MATH3D_FUZZ_COUNTS names a file for the count of successes and failures of each entry; with
 /// MATH3D_FUZZ_TRACE the calls are told on standard error.
@@ -170,7 +170,8 @@ Session::Session(Input input) : m_input(input), m_main(lua_newstate(&test::Alloc
   luaL_requiref(L, "io", luaopen_io, 0);
 #if LUA_VERSION_NUM >= 504
   if (g_trace) {
-    lua_setwarnf(L, [](void*, const char* text, int) { std::fprintf(stderr, "warning: %s\n", text); }, nullptr);
+    lua_setwarnf(
+        L, [](void*, const char* text, int) { std::fprintf(stderr, "warning: %s\n", text); }, nullptr);
   }
 #endif
   math3d::InitLuaMath3d(L);
@@ -257,9 +258,24 @@ void Session::keep(lua_State* L) {
 
 void Session::push_number(lua_State* L) {
   using Limits = std::numeric_limits<double>;
-  static constexpr double kNumbers[] = {0.0,   -0.0,  Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN(), 1e308,
-                                        5e-324, 1e-45, 3.4028236e38,       1e20,                255,                 256,
-                                        0.5,   -1e-7, 3.1415927410125732, 9007199254740993.0,  -2147483649.0,       16.5};
+  static constexpr double kNumbers[] = {0.0,
+                                        -0.0,
+                                        Limits::infinity(),
+                                        -Limits::infinity(),
+                                        Limits::quiet_NaN(),
+                                        1e308,
+                                        5e-324,
+                                        1e-45,
+                                        3.4028236e38,
+                                        1e20,
+                                        255,
+                                        256,
+                                        0.5,
+                                        -1e-7,
+                                        3.1415927410125732,
+                                        9007199254740993.0,
+                                        -2147483649.0,
+                                        16.5};
   static constexpr lua_Integer kIntegers[] = {0, 1, 2, 3, 4, 5, 15, 16, -1, 255, 256, 2147483648, 0x7FFFFFFFFFFFFFFF};
   switch (m_input.below(4)) {
     case 0:
@@ -282,7 +298,8 @@ void Session::push_number(lua_State* L) {
 }
 
 void Session::push_text(lua_State* L) {
-  static constexpr const char* kTexts[] = {"", "1.5", "1,2,3", "1,2,3,4", " 0x10 ", "-inf,nan,1e999", "nan", "1e999", "x"};
+  static constexpr const char* kTexts[] = {"",    "1.5",   "1,2,3", "1,2,3,4", " 0x10 ", "-inf,nan,1e999",
+                                           "nan", "1e999", "x"};
   switch (m_input.below(4)) {
     case 0:
     case 1:
@@ -419,7 +436,8 @@ void Session::push_metatable(lua_State* L) {
     }
     lua_settop(L, made);
   }
-  static constexpr const char* kEvents[] = {"__gc", "__index", "__newindex", "__eq", "__asstring", "__tostring", "__len"};
+  static constexpr const char* kEvents[] = {"__gc",       "__index",    "__newindex", "__eq",
+                                            "__asstring", "__tostring", "__len"};
   for (const char* event : kEvents) {
     if (m_input.below(2) == 1) {
       lua_pushcfunction(L, call_back);
@@ -428,8 +446,8 @@ void Session::push_metatable(lua_State* L) {
   }
 }
 
-/// An entry with a list of arguments that fits; all of them from the pool where a value is needed, one of them replaced,
-/// one too few or too many, as the input wants it.
+/// An entry with a list of arguments that fits; all of them from the pool where a value is needed, one of them
+/// replaced, one too few or too many, as the input wants it.
 void Session::call_as_it_likes(lua_State* L) {
   const int number = m_input.below(surface().entries.size());
   const test::Entry& entry = surface().entries[static_cast<std::size_t>(number)];
@@ -516,7 +534,8 @@ void Session::finish_call(lua_State* L, int entry, int count, unsigned how) {
   }
 }
 
-/// As lua_pcall for all results; in a new coroutine, collecting at each allocation or out of memory, as the input wants.
+/// As lua_pcall for all results; in a new coroutine, collecting at each allocation or out of memory, as the input
+/// wants.
 int Session::protect(lua_State* L, int count, unsigned how) {
   int status = LUA_OK;
   lua_State* coroutine = nullptr;
@@ -799,8 +818,8 @@ void Session::check() {
 
 }  // namespace
 
-// Freed memory is kept from use for a while by the sanitizer: enough for many inputs, and it stays in the cache. Without
-// a stack of their own for signals, errors of Lua take no system call.
+// Freed memory is kept from use for a while by the sanitizer: enough for many inputs, and it stays in the cache.
+// Without a stack of their own for signals, errors of Lua take no system call.
 extern "C" const char* __asan_default_options() {
   return "quarantine_size_mb=16:malloc_context_size=6:use_sigaltstack=0";
 }

@@ -8,7 +8,8 @@
 
 namespace zeph::test {
 
-/// Counts the bytes of a state. It can refuse the request that `fail_at` counts down to, or have Lua collect at requests.
+/// Counts the bytes of a state. It can refuse the request that `fail_at` counts down to, or have Lua collect at
+/// requests.
 struct Allocator {
   std::size_t bytes = 0;
   long fail_at = -1;  ///< requests that grow a block still to grant before one is refused; negative: grants all

@@ -35,8 +35,12 @@ void walk_class(lua_State* L, Surface& surface, const std::string& module, const
       surface.entries.push_back({name + "." + key, module, name, key, "", {}});
     }
   });
+  const int table = lua_gettop(L);
   const auto add_property = [&](const std::string& property, bool writable) {
-    surface.entries.push_back({name + "." + property + " get", module, name, "__index", property, {}});
+    if (lua_getfield(L, table, "__index") == LUA_TFUNCTION) {  // a class without properties is its own
+      surface.entries.push_back({name + "." + property + " get", module, name, "__index", property, {}});
+    }
+    lua_pop(L, 1);
     if (writable) {
       surface.entries.push_back({name + "." + property + " set", module, name, "__newindex", property, {}});
     }
@@ -99,8 +103,8 @@ class Finder {
   void find_calls(int number) {
     Entry& entry = m_surface.entries[static_cast<std::size_t>(number)];
     if (!entry.property.empty()) {
-      find_by_blame(number, entry.key == "__index" ? std::vector<int>{kNumber, kKey}
-                                                   : std::vector<int>{kNumber, kKey, kNumber});
+      find_by_blame(
+          number, entry.key == "__index" ? std::vector<int>{kNumber, kKey} : std::vector<int>{kNumber, kKey, kNumber});
       return;
     }
     m_overloaded = false;

@@ -56,8 +56,8 @@ class LiveSurface {
 
   /// The class whose values have the metatable that the value has, or -1.
   int class_of(lua_State* L, int index) const;
-  /// A number that changes with what the value shows to scripts: its text and properties, and if `raw` is set the fields
-  /// and metatable of a table too. Raises no error.
+  /// A number that changes with what the value shows to scripts: its text and properties, and if `raw` is set the
+  /// fields and metatable of a table too. Raises no error.
   std::uint64_t digest(lua_State* L, int index, bool raw) const;
 
  private:
