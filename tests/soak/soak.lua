@@ -8,7 +8,7 @@ local unit_box, here, limit = m.Aabb.new(m.Vector3.new(0), size), m.Vector3.new(
 local function live(steps)
   local position, velocity, drift = m.Vector3.new(steps, 0, 0), m.Vector3.new(0, 1, steps % 7), m.Vector3.new()
   local heading, colour = m.Rotation.new(), m.ColorF.new()
-  local swarm, value = {}, nil
+  local swarm, value = {}, nil -- luacheck: ignore swarm
   for i = 1, 10 do swarm[i] = m.Vector3.new(i) end
   for step = 1, steps do
     local dt = coroutine.yield(value)
@@ -47,7 +47,7 @@ end
 local calls_a_step = count_calls()
 
 local threads, born = {}, 0
-function frame(dt)
+function frame(dt) -- luacheck: ignore
   local value
   for i = 1, 200 do
     if not threads[i] or coroutine.status(threads[i]) == "dead" then
@@ -55,7 +55,7 @@ function frame(dt)
       threads[i] = coroutine.create(live)
       assert(coroutine.resume(threads[i], 50 + born * 7919 % 400))
     end
-    local ok, result = assert(coroutine.resume(threads[i], dt))
+    local _, result = assert(coroutine.resume(threads[i], dt))
     value = result or value
   end
   return #threads * calls_a_step, value

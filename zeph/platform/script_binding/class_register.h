@@ -44,9 +44,8 @@ void push_state(lua_State* L);
 void push_hidden(lua_State* L, const ScriptState* state, unsigned slot);
 /// Pushes the weak table from native objects to their userdata.
 void push_identities(lua_State* L);
-/// A guardian is a userdata that holds a Guardian: it ends the watched object together with the object's userdata, which
-/// it keeps in memory until then.
-/// Pushes the metatable of guardians.
+/// A guardian is a userdata that holds a Guardian: it ends the watched object together with the object's userdata,
+/// which it keeps in memory until then. Pushes the metatable of guardians.
 void push_guardian_metatable(lua_State* L);
 /// Pushes the table from watched userdata to their guardians, weak in its keys.
 void push_guardians(lua_State* L);
