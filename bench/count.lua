@@ -4,7 +4,7 @@ local counter = require "counter"
 local operations = require "operations"
 local n, filter = tonumber(arg[1]), arg[2]
 local sides = {"floor", "math3d"}
-for side in arg[3]:gmatch("%w+") do
+for side in arg[3]:gmatch("%S+") do
   sides[#sides + 1] = side
 end
 
@@ -32,8 +32,13 @@ for _, operation in ipairs(operations.list) do
   local call = operation[3]
   if wanted(table.concat(operation, " ", 1, 3)) then
     for _, side in ipairs(sides) do
-      local has_call = side ~= "checked" and side ~= "naive" or operation.twelve
-      if has_call and not (side == "checked" and operation[2] == "wrapped") then
+      local wrapped = operation[2] == "wrapped"
+      local where = {
+        naive = operation.twelve or false,
+        checked = operation.twelve and not wrapped or false,
+        floor_without_gc = wrapped,
+      }
+      if where[side] ~= false then
         count(side .. " " .. call, (operations.compile(call, require(side))))
       end
     end

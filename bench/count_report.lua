@@ -4,7 +4,7 @@ local operations = require "operations"
 local count = require "counts"(table.move(arg, 2, #arg, 1, {}), tonumber(arg[1]))
 
 local columns = {"floor", "math3d"}
-for _, side in ipairs({"naive", "checked", "plain"}) do
+for _, side in ipairs({"floor_without_gc", "naive", "checked", "plain"}) do
   for _, operation in ipairs(operations.list) do
     if count(side, operation[3]) then
       columns[#columns + 1] = side
@@ -12,7 +12,11 @@ for _, side in ipairs({"naive", "checked", "plain"}) do
     end
   end
 end
-print(("%-12s %-8s %-50s"):format("kind", "value", "call") .. (" %8s"):rep(#columns):format(table.unpack(columns)) ..
+local titles = {}
+for i, side in ipairs(columns) do
+  titles[i] = side:sub(1, 8) == "floor_wi" and "no __gc" or side
+end
+print(("%-12s %-8s %-50s"):format("kind", "value", "call") .. (" %8s"):rep(#titles):format(table.unpack(titles)) ..
   "   ratio")
 
 local groups, order, over = {}, {}, 0

@@ -15,7 +15,9 @@ int stop(lua_State* L) {
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) int luaopen_counter(lua_State* L) {
+extern "C" __attribute__((visibility("default"))) int luaopen_counter(lua_State* L);
+
+int luaopen_counter(lua_State* L) {
   const luaL_Reg functions[] = {{"start", start}, {"stop", stop}, {nullptr, nullptr}};
   luaL_newlib(L, functions);
   return 1;

@@ -1,6 +1,9 @@
-/// The floor: a module with the surface that the benchmarks need, written by hand. `require "floor"`.
+/// The floor: a module with the surface that the benchmarks need, written by hand. `require "floor"`, and once more
+/// with wrapped classes that have no "__gc" at all, `require "floor_without_gc"`.
 #include "floor.h"
 
+#include <algorithm>
+#include <iterator>
 #include <span>
 
 #include <zeph/functions/aabb.h>
@@ -602,6 +605,27 @@ constexpr PropertyRow kAabbProperties[] = {
     {"center", accessor<+[](const Aabb& box) { return center(box); }>, nullptr},
 };
 
+int collect(lua_State*) { return 0; }
+
+/// Gives the class whose table is on top of the stack its "__gc".
+void add_collect(lua_State* L, Ready& ready) {
+  const int table = lua_gettop(L);
+  ready.thread = lua_newthread(L);
+  lua_checkstack(ready.thread, Ready::kMost + LUA_MINSTACK);
+  lua_rawsetp(L, LUA_REGISTRYINDEX, &ready);
+  lua_pushlightuserdata(L, &ready);  // a closure of its own, as the library's entries are
+  lua_pushcclosure(L, collect, 1);
+  ready.standard = lua_topointer(L, -1);
+  lua_pushvalue(L, -1);
+  lua_setfield(L, table, "__gc");
+  lua_pushvalue(L, table);
+  lua_insert(L, -2);
+  lua_pushliteral(L, "__gc");
+  lua_insert(L, -2);
+  lua_xmove(L, ready.thread, 3);
+  ready.count = 0;
+}
+
 /// Pushes the upvalues: the copies of them that stand at `shared`, 1 to kEnd - 1.
 void add_function(lua_State* L, int table, int shared, const char* name, lua_CFunction function) {
   luaL_checkstack(L, kEnd + LUA_MINSTACK, name);
@@ -642,9 +666,51 @@ void add_class(lua_State* L, int shared, std::span<const Row> rows, std::span<co
 
 }  // namespace
 
+void* make_ready(lua_State* L, Ready& ready, std::size_t size) {
+  lua_State* thread = ready.thread;
+  void* boxes[Ready::kMost];
+  const int before = lua_gettop(L);
+  if (ready.count == 0 && ready.is_standard() && lua_checkstack(L, Ready::kMost) != 0) {
+    for (void*& box : boxes) {
+      box = lua_newuserdatauv(L, size, 0);
+    }
+    // Making them may have run finalizers, which may have been here.
+    if (ready.count == 0 && ready.is_standard()) {
+      lua_xmove(L, thread, Ready::kMost);
+      lua_pushvalue(thread, Ready::kKey);
+      lua_pushnil(thread);
+      lua_rawset(thread, Ready::kMetatable);
+      for (int i = 1; i <= Ready::kMost; ++i) {
+        lua_pushvalue(thread, Ready::kMetatable);
+        lua_setmetatable(thread, Ready::kStandard + i);
+      }
+      lua_pushvalue(thread, Ready::kKey);
+      lua_pushvalue(thread, Ready::kStandard);
+      lua_rawset(thread, Ready::kMetatable);
+      std::copy(std::begin(boxes), std::end(boxes), ready.boxes);
+      ready.count = Ready::kMost - 1;
+      lua_xmove(thread, L, 1);
+      return ready.boxes[ready.count];
+    }
+    lua_settop(L, before);
+  }
+  void* box = lua_newuserdatauv(L, size, 0);
+  lua_pushvalue(thread, Ready::kMetatable);
+  lua_xmove(thread, L, 1);
+  lua_setmetatable(L, -2);
+  return box;
+}
+
 }  // namespace zeph::math3d::by_hand
 
-extern "C" __attribute__((visibility("default"))) int luaopen_floor(lua_State* L) {
+#ifdef MATH3D_FLOOR_WITHOUT_GC
+#define LUAOPEN_FLOOR luaopen_floor_without_gc
+#else
+#define LUAOPEN_FLOOR luaopen_floor
+#endif
+extern "C" __attribute__((visibility("default"))) int LUAOPEN_FLOOR(lua_State* L);
+
+int LUAOPEN_FLOOR(lua_State* L) {
   using namespace zeph::math3d::by_hand;
   lua_createtable(L, 0, 64);
   const int module = lua_gettop(L);
@@ -666,6 +732,11 @@ extern "C" __attribute__((visibility("default"))) int luaopen_floor(lua_State* L
     lua_rawseti(L, shared, kName + i);
     lua_createtable(L, 0, 32);
     block->metatable[i] = lua_topointer(L, -1);
+#ifndef MATH3D_FLOOR_WITHOUT_GC
+    if (i >= kMatrix) {
+      add_collect(L, block->ready[i - kMatrix]);
+    }
+#endif
     lua_pushvalue(L, -1);
     lua_rawseti(L, shared, kMetatable + i);
     lua_setfield(L, module, names[i]);

@@ -82,9 +82,37 @@ constexpr int metatable_of(Class of) { return kMetatable + static_cast<int>(of);
 constexpr int getters_of(Class of) { return kGetters + static_cast<int>(of); }
 constexpr int setters_of(Class of) { return kSetters + static_cast<int>(of); }
 
+/// A class of wrapped values has "__gc", which a script may replace; what the class comes with has nothing to do. So
+/// results are to have a finalizer only once it is replaced, though Lua gives one to every userdata whose metatable has
+/// the entry. The shortest known road: make many at a time, with the entry taken out meanwhile, and keep them on the
+/// stack of a thread: metatable, "__gc", the standard entry, userdata.
+struct Ready {
+  static constexpr int kMetatable = 1;
+  static constexpr int kKey = 2;
+  static constexpr int kStandard = 3;
+  static constexpr int kMost = 32;
+
+  lua_State* thread;
+  const void* standard;
+  int count;
+  void* boxes[kMost];
+
+  [[nodiscard]] bool is_standard() const {
+    lua_pushvalue(thread, kKey);
+    lua_rawget(thread, kMetatable);
+    const bool same = lua_topointer(thread, -1) == standard;
+    lua_settop(thread, -2);
+    return same;
+  }
+};
+
 struct Block {
   const void* metatable[kClasses];
+  mutable Ready ready[3];  // kMatrix and on
 };
+
+/// Makes userdata of `size` bytes ready, and pushes one.
+[[gnu::noinline]] void* make_ready(lua_State* L, Ready& ready, std::size_t size);
 
 /// A wrapped value in its userdata; the tag is gone when the value is.
 template <typename T>
@@ -379,11 +407,22 @@ inline int push(lua_State* L, const Block*, const T& value) {
 }
 template <Wrapped T>
 inline int push(lua_State* L, const Block* block, const T& value) {
+#ifdef MATH3D_FLOOR_WITHOUT_GC
   auto* box = static_cast<Box<T>*>(lua_newuserdatauv(L, sizeof(Box<T>), 0));
-  box->tag = &block->metatable[kClassOf<T>];
-  box->value = value;
   lua_pushvalue(L, lua_upvalueindex(metatable_of(kClassOf<T>)));
   lua_setmetatable(L, -2);
+#else
+  Ready& ready = block->ready[kClassOf<T> - kMatrix];
+  Box<T>* box = nullptr;
+  if (ready.count > 0 && ready.is_standard()) [[likely]] {
+    lua_xmove(ready.thread, L, 1);
+    box = static_cast<Box<T>*>(ready.boxes[--ready.count]);
+  } else {
+    box = static_cast<Box<T>*>(make_ready(L, ready, sizeof(Box<T>)));
+  }
+#endif
+  box->tag = &block->metatable[kClassOf<T>];
+  box->value = value;
   return 1;
 }
 template <typename A, typename B>

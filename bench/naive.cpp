@@ -134,7 +134,9 @@ constexpr luaL_Reg kMatrix[] = {
 
 }  // namespace zeph::math3d::naive
 
-extern "C" __attribute__((visibility("default"))) int luaopen_naive(lua_State* L) {
+extern "C" __attribute__((visibility("default"))) int luaopen_naive(lua_State* L);
+
+int luaopen_naive(lua_State* L) {
   using namespace zeph::math3d::naive;
   luaL_newlib(L, kFunctions);
   const luaL_Reg* const classes[] = {kVector3, kRotation, kMatrix};
