@@ -605,6 +605,7 @@ constexpr PropertyRow kAabbProperties[] = {
     {"center", accessor<+[](const Aabb& box) { return center(box); }>, nullptr},
 };
 
+#ifndef MATH3D_FLOOR_WITHOUT_GC
 int collect(lua_State*) { return 0; }
 
 /// Gives the class whose table is on top of the stack its "__gc".
@@ -625,6 +626,7 @@ void add_collect(lua_State* L, Ready& ready) {
   lua_xmove(L, ready.thread, 3);
   ready.count = 0;
 }
+#endif
 
 /// Pushes the upvalues: the copies of them that stand at `shared`, 1 to kEnd - 1.
 void add_function(lua_State* L, int table, int shared, const char* name, lua_CFunction function) {

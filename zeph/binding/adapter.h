@@ -5,6 +5,7 @@
 /// Lua error may leave it at every Lua call.
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <tuple>
 #include <type_traits>
@@ -24,6 +25,13 @@ struct SignatureOf<R (*)(Ps...)> {
 };
 template <typename R, typename... Ps>
 struct SignatureOf<R (*)(Ps...) noexcept> : SignatureOf<R (*)(Ps...)> {};
+
+template <typename Signature>
+struct SignatureLength;
+template <typename R, typename... Ps>
+struct SignatureLength<R(Ps...)> {
+  static constexpr int kCount = sizeof...(Ps);
+};
 
 /// Where the object of a call stands in its checks.
 enum class Order {
@@ -94,7 +102,6 @@ class Adapter<Keys, kNative, kOrder, R(Ps...)> {
   /// One form of an overload set: makes the call if count and arguments fit, and then leaves the count of results. Only
   /// a dummy object that a method needs and does not get raises an error.
   static bool Try(ArgumentViews& views, ScriptState* state, int top, int& results) {
-    static_assert(sizeof...(Ps) <= ArgumentViews::kMost);
     if constexpr (kOrder == Order::method) {
       using Self = ArgumentAt<0>;
       if (!Self::Accepts(views, 1)) {
@@ -250,6 +257,7 @@ struct SignatureItems<R(Ps...)> {
 
 template <auto kNative, Order kOrder>
 struct Call {
+  static constexpr int kParameters = SignatureLength<typename SignatureOf<decltype(kNative)>::Type>::kCount;
   using Items = typename SignatureItems<typename SignatureOf<decltype(kNative)>::Type>::Type;
 
   template <typename Keys>
@@ -278,7 +286,8 @@ struct Overload {
   static int Handle(lua_State* L) {
     ScriptState* state = zplua_upvaluestate(L);
     const int top = lua_gettop(L);
-    ArgumentViews views(L, state);
+    ArgumentView storage[std::max({1, Forms::kParameters...})];
+    ArgumentViews views(L, state, storage);
     int results = 0;
     if (!(Forms::template Try<Keys>(views, state, top, results) || ...)) {
       raise_overload(L);

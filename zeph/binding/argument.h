@@ -9,46 +9,56 @@
 
 namespace zeph::binding {
 
-/// What is known of the arguments of an overloaded call, each looked at once.
+/// What is known of one argument of an overloaded call.
+struct ArgumentView {
+  static constexpr int kUnknown = -2;
+
+  int type = kUnknown;
+  bool has_metatable = false;  ///< the next member is known
+  const void* metatable = nullptr;
+  unsigned asked = 0;  ///< the class slot that the object was looked for last, and one; 0 for none
+  ObjectSlot* object = nullptr;
+};
+
+/// The arguments of an overloaded call, each looked at once. `views` has room for as many as the longest form takes.
 class ArgumentViews {
  public:
-  static constexpr int kMost = 8;
-
-  ArgumentViews(lua_State* lua, const ScriptState* script_state) noexcept : L(lua), state(script_state) {}
+  ArgumentViews(lua_State* lua, const ScriptState* script_state, ArgumentView* views) noexcept
+      : L(lua), state(script_state), m_views(views) {}
 
   int type(int index) {
-    int& type = m_types[index - 1];
-    if (type == kUnknown) {
+    int& type = m_views[index - 1].type;
+    if (type == ArgumentView::kUnknown) {
       type = lua_type(L, index);
     }
     return type;
   }
   /// Identity of the metatable of a table; null if it has none. Leaves a metatable on the stack.
   const void* metatable(int index) {
-    if (!m_seen[index - 1]) {
-      m_seen[index - 1] = true;
-      m_metatables[index - 1] = lua_getmetatable(L, index) != 0 ? lua_topointer(L, -1) : nullptr;
+    ArgumentView& view = m_views[index - 1];
+    if (!view.has_metatable) {
+      view.has_metatable = true;
+      view.metatable = lua_getmetatable(L, index) != 0 ? lua_topointer(L, -1) : nullptr;
     }
-    return m_metatables[index - 1];
+    return view.metatable;
   }
   /// The userdata of a class, null if the argument is none that lives.
   ObjectSlot* object(int index, unsigned slot) {
-    m_objects[index - 1] = zplua_objectofclass(L, index, state, slot);
-    return m_objects[index - 1];
+    ArgumentView& view = m_views[index - 1];
+    if (view.asked != slot + 1) {
+      view.asked = slot + 1;
+      view.object = zplua_objectofclass(L, index, state, slot);
+    }
+    return view.object;
   }
   /// The userdata that the last test of the argument found.
-  ObjectSlot* found(int index) const noexcept { return m_objects[index - 1]; }
+  ObjectSlot* found(int index) const noexcept { return m_views[index - 1].object; }
 
   lua_State* const L;
   const ScriptState* const state;
 
  private:
-  static constexpr int kUnknown = -2;
-
-  int m_types[kMost] = {kUnknown, kUnknown, kUnknown, kUnknown, kUnknown, kUnknown, kUnknown, kUnknown};
-  bool m_seen[kMost] = {};
-  const void* m_metatables[kMost];  // as far as m_seen says
-  ObjectSlot* m_objects[kMost];     // where object() has been asked
+  ArgumentView* const m_views;
 };
 
 /// By parameter type:
