@@ -1,8 +1,9 @@
--- The promises about speed, each with its number: `lua check.lua LIBRARY_BYTES TIMES.json CALLS COUNTS...`. Ends with 1
--- if one does not hold.
+-- The promises about speed, each with its number: `lua check.lua LIBRARY_BYTES TIMES.json FEW MANY CALLS COUNTS...`,
+-- with the instructions a call of a tick over few entities and over many. Ends with 1 if one does not hold.
 local operations = require "operations"
-local library_bytes, times_file, calls = tonumber(arg[1]), arg[2], tonumber(arg[3])
-local count = require "counts"(table.move(arg, 4, #arg, 1, {}), calls)
+local library_bytes, times_file, few, many = tonumber(arg[1]), arg[2], tonumber(arg[3]), tonumber(arg[4])
+local calls = tonumber(arg[5])
+local count = require "counts"(table.move(arg, 6, #arg, 1, {}), calls)
 
 -- The least time of all repetitions, by name.
 local times, name = {}, nil
@@ -86,14 +87,14 @@ for _, operation in ipairs({"matrix multiply", "matrix inverse", "quaternion mul
   at_most("native time / the better of GLM and Eigen: " .. operation, time("native " .. operation, "ours") / best, 1.0)
 end
 
--- A tick over more entities leaves the caches behind, for everybody: what the library adds to that is the claim.
+-- A tick over more entities takes the same instructions. That it leaves the caches behind is told by the times, for
+-- everybody alike.
 local function tick(entities, side) return time(("tick over %6d entities, a call"):format(entities), side) end
 local line = "     tick, ns a call, 1000 / 10000 / 100000 entities: ours %.0f / %.0f / %.0f, floor %.0f / %.0f / %.0f"
 print(line:format(
   tick(1000, "ours"), tick(10000, "ours"), tick(100000, "ours"), tick(1000, "floor"), tick(10000, "floor"),
   tick(100000, "floor")))
-at_most("growth of a call's time from 1,000 to 100,000 entities / the floor's growth",
-  tick(100000, "ours") / tick(1000, "ours") / (tick(100000, "floor") / tick(1000, "floor")), 1.10)
+at_most("instructions a call in a tick over 100,000 entities / over 1,000", many / few, 1.05)
 at_most("stripped library, KB of 1024 bytes", library_bytes / 1024, 400)
 print(failed == 0 and "all promises hold" or failed .. " promises do not hold")
 os.exit(failed == 0)

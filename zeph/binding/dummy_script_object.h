@@ -83,7 +83,7 @@ class ZEPH_MATH3D_API DummyClass : public DummyScriptObject<T> {
   static Object* PackingInObject(T* value) {
     std::unique_ptr<Class> script_object(Wrapping(value));  // ends here if there is no memory for its Object
     Object* object = script_object->GetBuiltinObject();
-    script_object.release();
+    static_cast<void>(script_object.release());
     return object;
   }
 

@@ -96,7 +96,7 @@ struct TypeTraits {
   static Object* Packing(T* value) {
     std::unique_ptr<Class> script_object(Class::Wrapping(value));  // ends here if there is no memory for its Object
     Object* object = script_object->LeaveToBuiltinObject();
-    script_object.release();
+    static_cast<void>(script_object.release());
     return object;
   }
   /// The value inside the script object that the Object stands for; null if it is of another class or gone.
