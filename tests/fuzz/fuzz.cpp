@@ -77,7 +77,13 @@ struct Input {
 
   [[nodiscard]] bool done() const { return at == end; }
   unsigned byte() { return at == end ? 0U : *at++; }
-  int below(std::size_t limit) { return static_cast<int>((limit > 256 ? byte() << 8U | byte() : byte()) % limit); }
+  int below(std::size_t limit) {
+    unsigned value = byte();
+    if (limit > 256) {
+      value = value << 8U | byte();
+    }
+    return static_cast<int>(value % limit);
+  }
 };
 
 /// Names that values and classes answer to, and some that none does.
