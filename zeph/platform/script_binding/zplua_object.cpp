@@ -29,7 +29,7 @@ Guardian* push_guardian(lua_State* L, int index, ScriptState* state) {
 
 /// The userdata at `index` is the one of the object, and lives under the guardian on top of the stack, which is popped.
 /// What can fail comes first; nothing here collects garbage.
-void watch(lua_State* L, int index, ScriptState* state, ObjectSlot* place, LuaObject* object) {
+void guard(lua_State* L, int index, ObjectSlot* place, LuaObject* object) {
   const int top = lua_gettop(L);
   push_identities(L);
   lua_pushvalue(L, index);
@@ -38,9 +38,6 @@ void watch(lua_State* L, int index, ScriptState* state, ObjectSlot* place, LuaOb
   lua_pushvalue(L, index);
   lua_pushvalue(L, top);
   lua_rawset(L, -3);
-  if (!LuaObjectAccess::IsWatched(object)) {
-    LuaObjectAccess::Watch(state, object);
-  }
   LuaObjectAccess::Place(object) = place;
   auto* guardian = static_cast<Guardian*>(lua_touserdata(L, top));
   guardian->made = nullptr;
@@ -65,15 +62,15 @@ void make_object(lua_State* L, int index, ScriptState* state, ObjectSlot* place)
     return;
   }
   const unsigned slot = slot_of_place(state, place);
-  // The guardian has the object until it is watched.
   LuaObject* object = state->bare[slot].make(place->value());
   if (object == nullptr) {
     luaL_error(L, "not enough memory");
     return;  // never: luaL_error has left
   }
+  // Until it stands in the userdata, the guardian has the object; should that be lost, the state's list has it.
   guardian->made = object;
   LuaObjectAccess::Watch(state, object);
-  watch(L, index, state, place, object);
+  guard(L, index, place, object);
   enter(state, place, slot, object);
 }
 
@@ -125,7 +122,8 @@ int make_userdata(lua_State* L) {
   zplua_classtable(L, class_info(push->slot).cls_name.c_str());
   lua_setmetatable(L, 2);
   push_guardian(L, 2, push->state);
-  watch(L, 2, push->state, place, push->object);
+  guard(L, 2, place, push->object);
+  LuaObjectAccess::Watch(push->state, push->object);
   enter(push->state, place, push->slot, push->object);
   return 1;
 }
@@ -209,7 +207,7 @@ ObjectSlot* zplua_makebarevalue(lua_State* L, ScriptState* state, unsigned slot,
   BareValues& bare = state->bare[slot];
   if (bare.ready_count == 0 && bare.CollectsPlainly() && lua_checkstack(L, kReadyBatch + 1) != 0) {
     make_ready(L, bare, size);
-    if (bare.ready_count > 0 && bare.CollectsPlainly()) {
+    if (bare.ready_count > 0) {
       return zplua_newbarevalue(L, state, slot, size);
     }
   }
