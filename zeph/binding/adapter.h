@@ -101,7 +101,7 @@ class Adapter<Keys, kNative, kOrder, R(Ps...)> {
 
   /// One form of an overload set: makes the call if count and arguments fit, and then leaves the count of results. Only
   /// a dummy object that a method needs and does not get raises an error.
-  static bool Try(ArgumentViews& views, ScriptState* state, int top, int& results) {
+  static bool Try(ArgumentViews& views, ScriptState* state, int& results) {
     if constexpr (kOrder == Order::method) {
       using Self = ArgumentAt<0>;
       if (!Self::Accepts(views, 1)) {
@@ -111,12 +111,12 @@ class Adapter<Keys, kNative, kOrder, R(Ps...)> {
         return false;
       }
     }
-    const int count = top - kSelves;
+    const int count = views.top - kSelves;
     if (count < kLowest || count > kHighest || !AcceptsAll(views, std::make_index_sequence<sizeof...(Ps)>())) {
       return false;
     }
     Slots slots;
-    ReadArguments(views, state, top, slots, std::make_index_sequence<sizeof...(Ps)>());
+    ReadArguments(views, state, slots, std::make_index_sequence<sizeof...(Ps)>());
     results = Finish(views.L, state, slots, std::make_index_sequence<sizeof...(Ps)>());
     return true;
   }
@@ -147,17 +147,17 @@ class Adapter<Keys, kNative, kOrder, R(Ps...)> {
 
   /// What the tests of an overload set have accepted.
   template <std::size_t... kIndices>
-  static void ReadArguments(ArgumentViews& views, ScriptState* state, int top, Slots& slots,
+  static void ReadArguments(ArgumentViews& views, ScriptState* state, Slots& slots,
                             std::index_sequence<kIndices...> indices) {
-    (ReadOne<static_cast<int>(kIndices)>(views, top, slots), ...);
-    CheckObjectsAgain(views.L, state, top, slots, indices);
+    (ReadOne<static_cast<int>(kIndices)>(views, slots), ...);
+    CheckObjectsAgain(views.L, state, views.top, slots, indices);
   }
 
   template <int kIndex>
-  static void ReadOne(ArgumentViews& views, int top, Slots& slots) {
+  static void ReadOne(ArgumentViews& views, Slots& slots) {
     using P = ArgumentAt<kIndex>;
     P::template Read<Keys>(views, kIndex + 1, std::get<kIndex>(slots));
-    Pop<P>(views.L, top);
+    Pop<P>(views.L, views.top);
   }
 
   template <std::size_t... kIndices>
@@ -265,8 +265,8 @@ struct Call {
     return Adapter<Keys, kNative, kOrder>::Call(L);
   }
   template <typename Keys>
-  static bool Try(ArgumentViews& views, ScriptState* state, int top, int& results) {
-    return Adapter<Keys, kNative, kOrder>::Try(views, state, top, results);
+  static bool Try(ArgumentViews& views, ScriptState* state, int& results) {
+    return Adapter<Keys, kNative, kOrder>::Try(views, state, results);
   }
 };
 
@@ -285,11 +285,10 @@ struct Overload {
   template <typename Keys>
   static int Handle(lua_State* L) {
     ScriptState* state = zplua_upvaluestate(L);
-    const int top = lua_gettop(L);
     ArgumentView storage[std::max({1, Forms::kParameters...})];
-    ArgumentViews views(L, state, storage);
+    ArgumentViews views(L, state, lua_gettop(L), storage);
     int results = 0;
-    if (!(Forms::template Try<Keys>(views, state, top, results) || ...)) {
+    if (!(Forms::template Try<Keys>(views, state, results) || ...)) {
       raise_overload(L);
     }
     return results;

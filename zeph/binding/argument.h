@@ -23,8 +23,8 @@ struct ArgumentView {
 /// The arguments of an overloaded call, each looked at once. `views` has room for as many as the longest form takes.
 class ArgumentViews {
  public:
-  ArgumentViews(lua_State* lua, const ScriptState* script_state, ArgumentView* views) noexcept
-      : L(lua), state(script_state), m_views(views) {}
+  ArgumentViews(lua_State* lua, const ScriptState* script_state, int arguments, ArgumentView* views) noexcept
+      : L(lua), state(script_state), top(arguments), m_views(views) {}
 
   int type(int index) {
     int& type = m_views[index - 1].type;
@@ -32,6 +32,11 @@ class ArgumentViews {
       type = lua_type(L, index);
     }
     return type;
+  }
+  /// False if the argument is known to be something else. A userdata is soon looked for, so nothing is asked for this.
+  [[nodiscard]] bool maybe_userdata(int index) const noexcept {
+    const int type = m_views[index - 1].type;
+    return type == ArgumentView::kUnknown || type == LUA_TUSERDATA;
   }
   /// Identity of the metatable of a table; null if it has none. Leaves a metatable on the stack.
   const void* metatable(int index) {
@@ -56,6 +61,7 @@ class ArgumentViews {
 
   lua_State* const L;
   const ScriptState* const state;
+  const int top;  ///< the last argument
 
  private:
   ArgumentView* const m_views;
@@ -224,7 +230,7 @@ struct WrappedArgument {
     return true;
   }
   static bool Accepts(ArgumentViews& views, int index) {
-    return views.type(index) == LUA_TUSERDATA && views.object(index, kClassSlot<T>) != nullptr;
+    return views.maybe_userdata(index) && views.object(index, kClassSlot<T>) != nullptr;
   }
   template <typename Keys>
   static void Read(ArgumentViews& views, int index, Slot& slot) {
@@ -278,12 +284,12 @@ struct Argument<Nullable<T>> {
     return Argument<T>::template Take<Keys>(L, state, index, slot.value);
   }
   static bool Accepts(ArgumentViews& views, int index) {
-    return views.type(index) <= LUA_TNIL || Argument<T>::Accepts(views, index);
+    return index > views.top || views.type(index) == LUA_TNIL || Argument<T>::Accepts(views, index);
   }
   template <typename Keys>
   static void Read(ArgumentViews& views, int index, Slot& slot) {
     slot = {};
-    if (views.type(index) > LUA_TNIL) {
+    if (index <= views.top && views.type(index) != LUA_TNIL) {
       slot.has_value = true;
       Argument<T>::template Read<Keys>(views, index, slot.value);
     }
