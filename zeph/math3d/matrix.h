@@ -78,9 +78,10 @@ template <typename L>
 /// The point v, w taken as 1: ((z * row 2 + row 3) + y * row 1) + x * row 0. Column 3 plays no part.
 template <typename L>
 [[nodiscard]] constexpr _Vector3<float> point_by_lanes(const _Vector3<float>& v, const _Matrix<float>& m) noexcept {
+  const L xy = L::of(v.x, v.y);
   const L point =
-      ((L::all(v.z) * L::load(&m.elements[8]) + L::load(&m.elements[12])) + L::all(v.y) * L::load(&m.elements[4])) +
-      L::all(v.x) * L::load(&m.elements[0]);
+      ((L::all(v.z) * L::load(&m.elements[8]) + L::load(&m.elements[12])) + spread<1>(xy) * L::load(&m.elements[4])) +
+      spread<0>(xy) * L::load(&m.elements[0]);
   return {point[0], point[1], point[2]};
 }
 [[nodiscard]] constexpr _Vector3<float> operator*(const _Vector3<float>& v, const _Matrix<float>& m) noexcept {

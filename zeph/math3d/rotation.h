@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include <zeph/export.h>
+#include <zeph/math3d/lanes.h>
 #include <zeph/math3d/sin_cos.h>
 #include <zeph/math3d/vector3.h>
 
@@ -35,14 +36,24 @@ inline constexpr _Rotation<float> kIdentityRotation{0.0F, 0.0F, 0.0F, 1.0F};
 [[nodiscard]] constexpr _Rotation<float> operator-(const _Rotation<float>& a, const _Rotation<float>& b) noexcept {
   return {a.x - b.x, a.y - b.y, a.z - b.z, a.w - b.w};
 }
+/// ((a.w * b + a.x * (b.w, -b.z, b.y, -b.x)) + a.y * (b.z, b.w, -b.x, -b.y)) - a.z * (b.y, -b.x, -b.w, b.z). A negated
+/// factor instead of a subtraction gives the same value, and keeps GCC 12 from contracting components that alternate
+/// between sums and differences into fused operations, which it does even if told not to.
+template <typename L>
+[[nodiscard]] constexpr _Rotation<float> product_by_lanes(const _Rotation<float>& a, const _Rotation<float>& b) noexcept {
+  const L left = L::of(a.x, a.y, a.z, a.w);
+  const L right = L::of(b.x, b.y, b.z, b.w);
+  const L by_x = negated<false, true, false, true>(shuffled<3, 2, 1, 0>(right));
+  const L signs = negated<true, true, false, true>(right);
+  const L by_y = shuffled<2, 3, 0, 1>(right, signs);
+  const L by_z = shuffled<2, 3, 3, 2>(by_x, signs);
+  const L product =
+      ((spread<3>(left) * right + spread<0>(left) * by_x) + spread<1>(left) * by_y) - spread<2>(left) * by_z;
+  return {product[0], product[1], product[2], product[3]};
+}
 /// Hamilton's product: rotating by a * b rotates by b first, then by a.
-/// A negated factor stands for a subtraction here and there, which is the same value: components that alternate between
-/// sums and differences are what GCC 12 contracts into fused operations where the processor has them, even if told not
-/// to.
 [[nodiscard]] constexpr _Rotation<float> operator*(const _Rotation<float>& a, const _Rotation<float>& b) noexcept {
-  const float minus_x = -a.x;
-  return {((b.x * a.w + a.x * b.w) + a.y * b.z) - a.z * b.y, ((b.y * a.w + b.z * minus_x) + a.y * b.w) + a.z * b.x,
-          ((b.y * a.x + b.z * a.w) - a.y * b.x) + a.z * b.w, ((b.w * a.w + minus_x * b.x) - b.y * a.y) - a.z * b.z};
+  return std::is_constant_evaluated() ? product_by_lanes<PlainLanes>(a, b) : product_by_lanes<Lanes>(a, b);
 }
 [[nodiscard]] constexpr _Rotation<float> operator*(const _Rotation<float>& q, float n) noexcept {
   return {q.x * n, q.y * n, q.z * n, q.w * n};
