@@ -1,9 +1,12 @@
-/// The road that a binding written without much thought takes: for each field a key pushed as text, a read or a write,
-/// a pop; tables that grow; metatables by name; matrices on the heap behind a userdata with a finalizer.
+/// The road that a binding written without much thought takes to the same end: for each field a key pushed as text, a
+/// read or a write, a pop; tables that grow; metatables by name; matrices as script objects on the heap, behind a userdata
+/// with a finalizer and listed in a weak table.
 #include <zeph/functions/matrix.h>
 #include <zeph/functions/quaternion.h>
 #include <zeph/functions/vector3.h>
 #include <zeph/platform/lua_api.h>
+
+#include <vector>
 
 namespace zeph::math3d::naive {
 
@@ -56,7 +59,26 @@ Q rotation(lua_State* L, int index) {
   check_class(L, index, kNames[1]);
   return {field(L, index, "x"), field(L, index, "y"), field(L, index, "z"), field(L, index, "w")};
 }
-const M& matrix(lua_State* L, int index) { return **static_cast<M**>(luaL_checkudata(L, index, kNames[2])); }
+/// A matrix as native code can hold it: an object with an id, which is one userdata however often it is pushed.
+struct MatrixObject {
+  explicit MatrixObject(const M& m) : value(m) {}
+  virtual ~MatrixObject() = default;
+  MatrixObject(const MatrixObject&) = delete;
+  MatrixObject& operator=(const MatrixObject&) = delete;
+  MatrixObject(MatrixObject&&) = delete;
+  MatrixObject& operator=(MatrixObject&&) = delete;
+
+  unsigned id = 0;
+  M value;
+};
+constexpr const char* kObjects = "naive.objects";
+unsigned next_id = 1;
+std::vector<unsigned> free_ids;
+
+MatrixObject*& object(lua_State* L, int index) {
+  return *static_cast<MatrixObject**>(luaL_checkudata(L, index, kNames[2]));
+}
+const M& matrix(lua_State* L, int index) { return object(L, index)->value; }
 
 int push(lua_State* L, float value) {
   lua_pushnumber(L, static_cast<lua_Number>(value));
@@ -79,14 +101,33 @@ int push(lua_State* L, const Q& q) {
   luaL_setmetatable(L, kNames[1]);
   return 1;
 }
-int push(lua_State* L, const M& m) {
-  auto** place = static_cast<M**>(lua_newuserdatauv(L, sizeof(M*), 0));
-  *place = new M(m);
+int push(lua_State* L, MatrixObject* object) {
+  lua_getfield(L, LUA_REGISTRYINDEX, kObjects);
+  lua_pushlightuserdata(L, object);
+  if (lua_rawget(L, -2) == LUA_TUSERDATA) {
+    return 1;
+  }
+  lua_pop(L, 1);
+  *static_cast<MatrixObject**>(lua_newuserdata(L, sizeof object)) = object;
   luaL_setmetatable(L, kNames[2]);
+  lua_pushlightuserdata(L, object);
+  lua_pushvalue(L, -2);
+  lua_rawset(L, -4);
   return 1;
 }
+int push(lua_State* L, const M& m) {
+  auto* made = new MatrixObject(m);
+  if (free_ids.empty()) {
+    made->id = next_id++;
+  } else {
+    made->id = free_ids.back();
+    free_ids.pop_back();
+  }
+  return push(L, made);
+}
 int end_matrix(lua_State* L) {
-  delete *static_cast<M**>(luaL_checkudata(L, 1, kNames[2]));
+  free_ids.push_back(object(L, 1)->id);
+  delete object(L, 1);
   return 0;
 }
 
@@ -138,6 +179,12 @@ extern "C" __attribute__((visibility("default"))) int luaopen_naive(lua_State* L
 
 int luaopen_naive(lua_State* L) {
   using namespace zeph::math3d::naive;
+  lua_newtable(L);
+  lua_newtable(L);
+  lua_pushstring(L, "v");
+  lua_setfield(L, -2, "__mode");
+  lua_setmetatable(L, -2);
+  lua_setfield(L, LUA_REGISTRYINDEX, kObjects);
   luaL_newlib(L, kFunctions);
   const luaL_Reg* const classes[] = {kVector3, kRotation, kMatrix};
   const char* const names[] = {"Vector3", "Rotation", "Matrix"};

@@ -16,6 +16,7 @@
 #include <glm/gtc/quaternion.hpp>
 #include <glm/gtc/type_aligned.hpp>
 #include <glm/gtx/matrix_decompose.hpp>
+#include <memory>
 #include <random>
 #include <vector>
 
@@ -23,8 +24,8 @@ namespace {
 
 namespace ours = zeph::math3d;
 
-/// So many of each fit the first cache.
-constexpr std::size_t kCount = 128;
+/// So many of each fit the first cache, and no store falls on a load soon to come modulo 4096.
+constexpr std::size_t kCount = 120;
 
 /// Sixteen numbers of an affine matrix near a rotation, alike for all sides.
 std::array<float, 16> numbers(std::size_t seed) {
@@ -71,11 +72,11 @@ void add(const std::string& filter, const std::string& name, Make make_a, MakeB 
     while (state.KeepRunningBatch(kCount)) {
       if constexpr (kOneB) {
         const B first = b[0];
-        for (std::size_t i = 0; i < kCount; ++i) {
+        for (std::size_t i = 0; i < out.size(); ++i) {
           out[i] = operation(a[i], first);
         }
       } else {
-        for (std::size_t i = 0; i < kCount; ++i) {
+        for (std::size_t i = 0; i < out.size(); ++i) {
           out[i] = operation(a[i], b[i]);
         }
       }
@@ -84,6 +85,9 @@ void add(const std::string& filter, const std::string& name, Make make_a, MakeB 
     }
   });
 }
+
+/// A matrix of ours where an engine keeps it aligned, as GLM's aligned types and Eigen's are.
+struct alignas(16) AlignedMatrix : ours::_Matrix<float> {};
 
 struct GlmParts {
   glm::vec3 scale, translation, skew;
@@ -124,6 +128,8 @@ void add_native_benchmarks(const std::string& filter) {
   add<Eigen::Quaternionf, Eigen::Quaternionf>(filter, "native quaternion multiply|eigen", unit, unit, multiply);
 
   add<V, M>(filter, "native point transform|ours", unit, numbers, multiply);
+  add<V, AlignedMatrix>(filter, "native point transform|aligned", unit, numbers,
+                        [](const V& v, const AlignedMatrix& m) { return v * *std::assume_aligned<16>(&m); });
   add<glm::vec3, glm::mat4>(filter, "native point transform|glm", unit, numbers,
                             [](const auto& v, const auto& m) { return glm::vec3(m * glm::vec4(v, 1.0F)); });
   add<glm::vec3, glm::aligned_mat4>(
