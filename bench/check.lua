@@ -1,6 +1,6 @@
 -- The promises about speed, each with its number: `lua check.lua LIBRARY_BYTES TIMES FEW MANY CALLS COUNTS...`, with
--- the benchmarks' JSON of some runs one after the other and the instructions a call of a tick over few entities and over
--- many. Ends with 1 if one does not hold.
+-- the benchmarks' JSON of some runs one after the other, and the instructions a call of a tick over few entities and
+-- over many. Ends with 1 if one does not hold.
 local operations = require "operations"
 local library_bytes, times_file, few, many = tonumber(arg[1]), arg[2], tonumber(arg[3]), tonumber(arg[4])
 local calls = tonumber(arg[5])
@@ -78,16 +78,16 @@ for _, call in ipairs({"M * N", "matrix_inverse(M)", "Matrix.new()", "Matrix.new
   at_most("instructions / floor without __gc: " .. call, count("math3d", call) / count("floor_without_gc", call), 1.5)
 end
 
--- Native code. Rows that stand on 16 bytes are operands of a multiplication, others are loaded first; a point's transform
--- is little more than that, so it is also compared where matrices are aligned alike.
-for _, claim in ipairs({
+-- Native code. Rows that stand on 16 bytes are operands of a multiplication, others are loaded first; a point's
+-- transform is little more than that, so it is also compared where matrices are aligned alike.
+for _, sides in ipairs({
   {"matrix multiply", "ours", "glm", "glm simd", "eigen"}, {"matrix inverse", "ours", "glm", "glm simd", "eigen"},
   {"quaternion multiply", "ours", "glm", "glm simd", "eigen"},
   {"point transform", "ours", "glm", "glm simd", "eigen"}, {"point transform", "ours", "glm"},
   {"point transform", "aligned", "glm simd", "eigen"},
   {"points by one matrix", "ours", "glm", "glm simd", "eigen"}}) do
-  local operation, side = claim[1], claim[2]
-  local others = table.move(claim, 3, #claim, 1, {})
+  local operation, side = sides[1], sides[2]
+  local others = table.move(sides, 3, #sides, 1, {})
   local best = math.huge
   for _, other in ipairs(others) do
     best = math.min(best, time("native " .. operation, other) or math.huge)

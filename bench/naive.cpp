@@ -1,6 +1,6 @@
 /// The road that a binding written without much thought takes to the same end: for each field a key pushed as text, a
-/// read or a write, a pop; tables that grow; metatables by name; matrices as script objects on the heap, behind a userdata
-/// with a finalizer and listed in a weak table.
+/// read or a write, a pop; tables that grow; metatables by name; matrices as script objects on the heap, behind a
+/// userdata with a finalizer and listed in a weak table.
 #include <zeph/functions/matrix.h>
 #include <zeph/functions/quaternion.h>
 #include <zeph/functions/vector3.h>

@@ -23,7 +23,8 @@ void TableReporter::ReportRuns(const std::vector<Run>& runs) {
 
 void TableReporter::Finalize() {
   std::sort(m_order.begin(), m_order.end());
-  constexpr const char* kSides[] = {"floor", "ours", "plain", "checked", "naive", "aligned", "glm", "glm simd", "eigen"};
+  constexpr const char* kSides[] = {"floor",   "ours", "plain",    "checked", "naive",
+                                    "aligned", "glm",  "glm simd", "eigen"};
   std::printf("%-74s", "");
   for (const char* side : kSides) {
     std::printf("%9s", side);

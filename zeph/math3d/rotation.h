@@ -40,13 +40,14 @@ inline constexpr _Rotation<float> kIdentityRotation{0.0F, 0.0F, 0.0F, 1.0F};
 /// factor instead of a subtraction gives the same value, and keeps GCC 12 from contracting components that alternate
 /// between sums and differences into fused operations, which it does even if told not to.
 template <typename L>
-[[nodiscard]] constexpr _Rotation<float> product_by_lanes(const _Rotation<float>& a, const _Rotation<float>& b) noexcept {
+[[nodiscard]] constexpr _Rotation<float> product_by_lanes(const _Rotation<float>& a,
+                                                          const _Rotation<float>& b) noexcept {
   const L left = L::of(a.x, a.y, a.z, a.w);
   const L right = L::of(b.x, b.y, b.z, b.w);
   const L by_x = negated<false, true, false, true>(shuffled<3, 2, 1, 0>(right));
-  const L signs = negated<true, true, false, true>(right);
-  const L by_y = shuffled<2, 3, 0, 1>(right, signs);
-  const L by_z = shuffled<2, 3, 3, 2>(by_x, signs);
+  const L flipped = negated<true, true, false, true>(right);
+  const L by_y = shuffled<2, 3, 0, 1>(right, flipped);
+  const L by_z = shuffled<2, 3, 3, 2>(by_x, flipped);
   const L product =
       ((spread<3>(left) * right + spread<0>(left) * by_x) + spread<1>(left) * by_y) - spread<2>(left) * by_z;
   return {product[0], product[1], product[2], product[3]};
