@@ -12,6 +12,16 @@ long count_nan(const Matrix& m) {
 }
 long count_finite(const Matrix& m) { return 16 - count_nan(m * 0.0F); }
 
+/// One NaN is as good as another.
+template <typename T>
+bool same_bits(const T& a, const T& b) {
+  using Floats = std::array<float, sizeof(T) / sizeof(float)>;
+  const auto left = std::bit_cast<Floats>(a);
+  return std::equal(left.begin(), left.end(), std::bit_cast<Floats>(b).begin(), [](float x, float y) {
+    return std::bit_cast<std::uint32_t>(x) == std::bit_cast<std::uint32_t>(y) || (std::isnan(x) && std::isnan(y));
+  });
+}
+
 TEST(MatrixTest, InverseTimesOriginalIsTheIdentity) {
   Random random(7);
   Within relative(1e-6), exact(0.0);
@@ -37,6 +47,29 @@ TEST(MatrixTest, InverseTimesOriginalIsTheIdentity) {
   Matrix flat = matrix_scaling(1, 1, 0);
   EXPECT_TRUE(invert(flat) && flat(2, 2) == kInfinity);
   EXPECT_EQ(count_finite(flat), 0);
+}
+
+/// What constant expressions take, and compilers without vectors: the same bits, zeros and infinities among them.
+TEST(MatrixTest, ArraysAndVectorsOfLanesAgree) {
+  Random random(8);
+  const auto any = [&random] {
+    const float special[] = {0.0F, -0.0F, kInfinity, -1e30F};
+    const float value = random.in(-1, 1);
+    return value > 0.75F ? special[static_cast<std::size_t>((value - 0.75F) * 15.9F)] : value;
+  };
+  for (int i = 0; i < kCases; ++i) {
+    Matrix a, b;
+    for (std::size_t e = 0; e < 16; ++e) {
+      a.elements[e] = any();
+      b.elements[e] = any();
+    }
+    const Quaternion q{a(0, 0), a(0, 1), a(0, 2), a(0, 3)}, r{b(0, 0), b(0, 1), b(0, 2), b(0, 3)};
+    const Vector v{a(1, 0), a(1, 1), a(1, 2)};
+    ASSERT_TRUE(same_bits(product_by_lanes<PlainLanes>(a, b), product_by_lanes<Lanes>(a, b)));
+    ASSERT_TRUE(same_bits(inverse_by_lanes<PlainLanes>(a), inverse_by_lanes<Lanes>(a)));
+    ASSERT_TRUE(same_bits(product_by_lanes<PlainLanes>(q, r), product_by_lanes<Lanes>(q, r)));
+    ASSERT_TRUE(same_bits(point_by_lanes<PlainLanes>(v, b), point_by_lanes<Lanes>(v, b)));
+  }
 }
 
 TEST(MatrixTest, DecomposesAndRebuilds) {
