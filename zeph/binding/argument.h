@@ -33,7 +33,7 @@ class ArgumentViews {
     }
     return type;
   }
-  /// False if the argument is known to be something else. A userdata is soon looked for, so nothing is asked for this.
+  /// False if the argument is known to be something else. Lua is not asked: to look for the object tells as much.
   [[nodiscard]] bool maybe_userdata(int index) const noexcept {
     const int type = m_views[index - 1].type;
     return type == ArgumentView::kUnknown || type == LUA_TUSERDATA;
