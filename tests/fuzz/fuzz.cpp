@@ -33,6 +33,9 @@ using test::Surface;
 
 constexpr int kSlots = 48;
 constexpr int kDeepest = 4;  ///< calls of callbacks inside one another
+/// In bytes. An input that joins a string with itself again and again comes to the end of memory here, and not at the
+/// end of the machine's.
+constexpr std::size_t kLargestBlock = 1U << 18U;
 
 const Surface& surface() { return Surface::get(); }
 const bool g_trace = std::getenv("MATH3D_FUZZ_TRACE") != nullptr;
@@ -173,6 +176,7 @@ Session* g_session = nullptr;
 Session::Session(Input input) : m_input(input), m_main(lua_newstate(&test::Allocator::allocate, &m_allocator)) {
   lua_State* const L = m_main;
   g_session = this;
+  m_allocator.largest_block = kLargestBlock;
   luaL_requiref(L, "io", luaopen_io, 0);
 #if LUA_VERSION_NUM >= 504
   if (g_trace) {

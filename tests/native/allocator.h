@@ -3,15 +3,17 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <limits>
 
 #include <lua.hpp>
 
 namespace zeph::test {
 
-/// Counts the bytes of a state. It can refuse the request that `fail_at` counts down to, or have Lua collect at
-/// requests.
+/// Counts the bytes of a state. It can refuse the request that `fail_at` counts down to, or blocks that are too large,
+/// or have Lua collect at requests.
 struct Allocator {
   std::size_t bytes = 0;
+  std::size_t largest_block = std::numeric_limits<std::size_t>::max();  ///< no larger block is granted
   long fail_at = -1;  ///< requests that grow a block still to grant before one is refused; negative: grants all
   /// Refuses each request of so many once: Lua collects all garbage then, and asks again. 0: none.
   unsigned collect_every = 0;
@@ -27,6 +29,9 @@ struct Allocator {
     if (new_size == 0) {
       self.bytes -= old_size;
       std::free(block);
+      return nullptr;
+    }
+    if (new_size > old_size && new_size > self.largest_block) {
       return nullptr;
     }
     if (new_size > old_size && self.fail_at >= 0 && self.fail_at-- == 0) {
