@@ -14,7 +14,8 @@ struct PlainLanes {
   float lane[4]{};
 
   static constexpr PlainLanes load(const float* from) noexcept { return {{from[0], from[1], from[2], from[3]}}; }
-  static constexpr PlainLanes of(float x, float y, float z = 0.0F, float w = 0.0F) noexcept { return {{x, y, z, w}}; }
+  /// Zeros for the others. One load where the numbers stand one after the other in memory.
+  static constexpr PlainLanes of(float x, float y) noexcept { return {{x, y}}; }
   static constexpr PlainLanes all(float value) noexcept { return {{value, value, value, value}}; }
   constexpr void store(float* to) const noexcept {
     for (std::size_t i = 0; i < 4; ++i) {
@@ -69,9 +70,6 @@ struct Lanes {
     std::memcpy(&lanes.vector, from, sizeof lanes.vector);
     return lanes;
   }
-  /// One load where the numbers stand one after the other in memory, none where they are at hand.
-  static Lanes of(float x, float y, float z, float w) noexcept { return {Vector{x, y, z, w}}; }
-  /// The same with zeros for the others.
   static Lanes of(float x, float y) noexcept {
     return {std::bit_cast<Vector>(Pair{std::bit_cast<double>(Half{x, y}), 0.0})};
   }
