@@ -1,5 +1,6 @@
 /// Matrices: independent roads to one result agree on random input, and the telling special values.
 /// The bounds are some two to five times the largest difference measured.
+#include <zeph/functions/vector3.h>
 #include <zeph/math3d/matrix_decomposition.h>
 
 #include "math_test.h"
@@ -65,10 +66,14 @@ TEST(MatrixTest, ArraysAndVectorsOfLanesAgree) {
     }
     const Quaternion q{a(0, 0), a(0, 1), a(0, 2), a(0, 3)}, r{b(0, 0), b(0, 1), b(0, 2), b(0, 3)};
     const Vector v{a(1, 0), a(1, 1), a(1, 2)};
+    const Vector4<float> v4 = extended(v, a(1, 3));
     ASSERT_TRUE(same_bits(product_by_lanes<PlainLanes>(a, b), product_by_lanes<Lanes>(a, b)));
     ASSERT_TRUE(same_bits(inverse_by_lanes<PlainLanes>(a), inverse_by_lanes<Lanes>(a)));
     ASSERT_TRUE(same_bits(product_by_lanes<PlainLanes>(q, r), product_by_lanes<Lanes>(q, r)));
     ASSERT_TRUE(same_bits(point_by_lanes<PlainLanes>(v, b), point_by_lanes<Lanes>(v, b)));
+    ASSERT_TRUE(same_bits(transform_by_lanes<PlainLanes>(v4, b), transform_by_lanes<Lanes>(v4, b)));
+    ASSERT_TRUE(same_bits(transform_coord_by_lanes<PlainLanes>(v, b), transform_coord_by_lanes<Lanes>(v, b)));
+    ASSERT_TRUE(same_bits(transform_normal_by_lanes<PlainLanes>(v, b), transform_normal_by_lanes<Lanes>(v, b)));
   }
 }
 

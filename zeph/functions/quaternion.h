@@ -16,10 +16,7 @@ namespace zeph::math3d {
 /// Hamilton's product b * a: a applies first, then b. The operator has the opposite order.
 [[nodiscard]] constexpr _Rotation<float> quaternion_multiply(const _Rotation<float>& a,
                                                              const _Rotation<float>& b) noexcept {
-  // Negated factors stand for subtractions for the reason told at the operator.
-  const float minus_x = -b.x;
-  return {((b.w * a.x + b.x * a.w) + b.y * a.z) - b.z * a.y, ((b.w * a.y + minus_x * a.z) + b.y * a.w) + b.z * a.x,
-          ((b.w * a.z + b.x * a.y) - b.y * a.x) + b.z * a.w, ((b.w * a.w + minus_x * a.x) - b.y * a.y) - b.z * a.z};
+  return b * a;
 }
 
 [[nodiscard]] constexpr float quaternion_dot(const _Rotation<float>& a, const _Rotation<float>& b) noexcept {

@@ -3,10 +3,11 @@
 #pragma once
 
 #include <cmath>
-#include <cstddef>
+#include <type_traits>
 
 #include <zeph/functions/scalar.h>
 #include <zeph/functions/vector4.h>
+#include <zeph/math3d/lanes.h>
 #include <zeph/math3d/matrix.h>
 #include <zeph/math3d/rotation.h>
 #include <zeph/math3d/single.h>
@@ -58,18 +59,36 @@ namespace zeph::math3d {
   return {turned.x, turned.y, turned.z};
 }
 
-/// (v, 1) * m, divided by the w of the product, which is not tested: a w of 0 gives infinities or NaN.
+template <typename L>
+[[nodiscard]] constexpr _Vector3<float> transform_coord_by_lanes(const _Vector3<float>& v,
+                                                                 const _Matrix<float>& m) noexcept {
+  const L xy = L::of(v.x, v.y);
+  const L product = ((spread<0>(xy) * L::load(&m.elements[0]) + spread<1>(xy) * L::load(&m.elements[4])) +
+                     L::all(v.z) * L::load(&m.elements[8])) +
+                    L::load(&m.elements[12]);
+  const L point = product / spread<3>(product);
+  return {point[0], point[1], point[2]};
+}
+/// (v, 1) * m from the left, divided by the w of the product, which is not tested: a w of 0 gives infinities or NaN.
 [[nodiscard]] constexpr _Vector3<float> vector3_transform_coord(const _Vector3<float>& v,
                                                                 const _Matrix<float>& m) noexcept {
-  const Vector4<float> product = vector4_transform(extended(v, 1.0F), m);
-  return {product.x / product.w, product.y / product.w, product.z / product.w};
+  return std::is_constant_evaluated() ? transform_coord_by_lanes<PlainLanes>(v, m)
+                                      : transform_coord_by_lanes<Lanes>(v, m);
 }
 
+template <typename L>
+[[nodiscard]] constexpr _Vector3<float> transform_normal_by_lanes(const _Vector3<float>& v,
+                                                                  const _Matrix<float>& m) noexcept {
+  const L xy = L::of(v.x, v.y);
+  const L normal = (spread<0>(xy) * L::load(&m.elements[0]) + spread<1>(xy) * L::load(&m.elements[4])) +
+                   L::all(v.z) * L::load(&m.elements[8]);
+  return {normal[0], normal[1], normal[2]};
+}
 /// x * row 0 + y * row 1 + z * row 2, from the left; the translation plays no part.
 [[nodiscard]] constexpr _Vector3<float> vector3_transform_normal(const _Vector3<float>& v,
                                                                  const _Matrix<float>& m) noexcept {
-  const auto column = [&](std::size_t c) { return dot(v, {m(0, c), m(1, c), m(2, c)}); };
-  return {column(0), column(1), column(2)};
+  return std::is_constant_evaluated() ? transform_normal_by_lanes<PlainLanes>(v, m)
+                                      : transform_normal_by_lanes<Lanes>(v, m);
 }
 
 /// Shortest turn from the zxy angle triple a to the triple b or to its second form (pi - x, y + pi, z + pi), which is

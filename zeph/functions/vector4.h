@@ -2,9 +2,11 @@
 /// cases.
 #pragma once
 
+#include <bit>
 #include <cmath>
-#include <cstddef>
+#include <type_traits>
 
+#include <zeph/math3d/lanes.h>
 #include <zeph/math3d/matrix.h>
 #include <zeph/math3d/single.h>
 #include <zeph/math3d/vector4.h>
@@ -70,10 +72,17 @@ namespace zeph::math3d {
   return v / size;
 }
 
+template <typename L>
+[[nodiscard]] constexpr Vector4<float> transform_by_lanes(const Vector4<float>& v, const _Matrix<float>& m) noexcept {
+  const L xyzw = std::bit_cast<L>(v);
+  return std::bit_cast<Vector4<float>>(
+      ((spread<0>(xyzw) * L::load(&m.elements[0]) + spread<1>(xyzw) * L::load(&m.elements[4])) +
+       spread<2>(xyzw) * L::load(&m.elements[8])) +
+      spread<3>(xyzw) * L::load(&m.elements[12]));
+}
 /// x * row 0 + y * row 1 + z * row 2 + w * row 3, from the left.
 [[nodiscard]] constexpr Vector4<float> vector4_transform(const Vector4<float>& v, const _Matrix<float>& m) noexcept {
-  const auto column = [&](std::size_t c) { return dot(v, {m(0, c), m(1, c), m(2, c), m(3, c)}); };
-  return {column(0), column(1), column(2), column(3)};
+  return std::is_constant_evaluated() ? transform_by_lanes<PlainLanes>(v, m) : transform_by_lanes<Lanes>(v, m);
 }
 
 }  // namespace zeph::math3d

@@ -33,6 +33,9 @@ struct PlainLanes {
 [[nodiscard]] constexpr PlainLanes operator*(const PlainLanes& a, const PlainLanes& b) noexcept {
   return {{a[0] * b[0], a[1] * b[1], a[2] * b[2], a[3] * b[3]}};
 }
+[[nodiscard]] constexpr PlainLanes operator/(const PlainLanes& a, const PlainLanes& b) noexcept {
+  return {{a[0] / b[0], a[1] / b[1], a[2] / b[2], a[3] / b[3]}};
+}
 [[nodiscard]] constexpr PlainLanes operator-(const PlainLanes& a) noexcept { return {{-a[0], -a[1], -a[2], -a[3]}}; }
 /// Lanes k0 and k1 of a, then k2 and k3 of b.
 template <std::size_t k0, std::size_t k1, std::size_t k2, std::size_t k3>
@@ -80,6 +83,7 @@ struct Lanes {
 [[nodiscard]] inline Lanes operator+(const Lanes& a, const Lanes& b) noexcept { return {a.vector + b.vector}; }
 [[nodiscard]] inline Lanes operator-(const Lanes& a, const Lanes& b) noexcept { return {a.vector - b.vector}; }
 [[nodiscard]] inline Lanes operator*(const Lanes& a, const Lanes& b) noexcept { return {a.vector * b.vector}; }
+[[nodiscard]] inline Lanes operator/(const Lanes& a, const Lanes& b) noexcept { return {a.vector / b.vector}; }
 [[nodiscard]] inline Lanes operator-(const Lanes& a) noexcept { return {-a.vector}; }
 template <std::size_t k0, std::size_t k1, std::size_t k2, std::size_t k3>
 [[nodiscard]] inline Lanes shuffled(const Lanes& a, const Lanes& b) noexcept {
