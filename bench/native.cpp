@@ -138,6 +138,42 @@ void add_native_benchmarks(const std::string& filter) {
   add<Eigen::Vector3f, Transform>(filter, "native point transform|eigen", unit, numbers,
                                   [](const auto& v, const auto& m) -> Eigen::Vector3f { return m * v; });
 
+  add<V, M>(filter, "native normal transform|ours", unit, numbers,
+            [](const V& v, const M& m) { return ours::vector3_transform_normal(v, m); });
+  add<glm::vec3, glm::mat4>(filter, "native normal transform|glm", unit, numbers,
+                            [](const auto& v, const auto& m) { return glm::vec3(m * glm::vec4(v, 0.0F)); });
+  add<glm::vec3, glm::aligned_mat4>(
+      filter, "native normal transform|glm simd", unit, numbers,
+      [](const auto& v, const auto& m) { return glm::vec3(m * glm::aligned_vec4(v, 0.0F)); });
+  add<Eigen::Vector3f, Transform>(filter, "native normal transform|eigen", unit, numbers,
+                                  [](const auto& v, const auto& m) -> Eigen::Vector3f { return m.linear() * v; });
+
+  using V4 = ours::Vector4<float>;
+  add<V4, M>(filter, "native vector of four|ours", unit, numbers,
+             [](const V4& v, const M& m) { return ours::vector4_transform(v, m); });
+  const auto column_vector = [](const auto& v, const auto& m) { return m * v; };
+  add<glm::vec4, glm::mat4>(filter, "native vector of four|glm", unit, numbers, column_vector);
+  add<glm::aligned_vec4, glm::aligned_mat4>(filter, "native vector of four|glm simd", unit, numbers, column_vector);
+  add<Eigen::Vector4f, Eigen::Matrix4f>(filter, "native vector of four|eigen", unit, numbers,
+                                        [](const auto& v, const auto& m) -> Eigen::Vector4f { return m * v; });
+
+  add<V, M>(filter, "native projection|ours", unit, numbers,
+            [](const V& v, const M& m) { return ours::vector3_transform_coord(v, m); });
+  add<glm::vec3, glm::mat4>(filter, "native projection|glm", unit, numbers, [](const auto& v, const auto& m) {
+    const auto projected = m * glm::vec4(v, 1.0F);
+    return glm::vec3(projected) / projected.w;
+  });
+  add<glm::vec3, glm::aligned_mat4>(filter, "native projection|glm simd", unit, numbers,
+                                    [](const auto& v, const auto& m) {
+                                      const auto projected = m * glm::aligned_vec4(v, 1.0F);
+                                      return glm::vec3(projected / projected.w);
+                                    });
+  add<Eigen::Vector3f, Eigen::Matrix4f>(filter, "native projection|eigen", unit, numbers,
+                                        [](const auto& v, const auto& m) -> Eigen::Vector3f {
+                                          const Eigen::Vector4f projected = m * v.homogeneous();
+                                          return projected.template head<3>() / projected.w();
+                                        });
+
   // Many points by one matrix, as they mostly come: the matrix is given by the first.
   const auto first = [](std::size_t) { return numbers(kCount); };
   add<V, M, true>(filter, "native points by one matrix|ours", unit, first, multiply);
