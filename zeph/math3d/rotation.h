@@ -37,22 +37,22 @@ inline constexpr _Rotation<float> kIdentityRotation{0.0F, 0.0F, 0.0F, 1.0F};
 [[nodiscard]] constexpr _Rotation<float> operator-(const _Rotation<float>& a, const _Rotation<float>& b) noexcept {
   return {a.x - b.x, a.y - b.y, a.z - b.z, a.w - b.w};
 }
-/// ((a.w * b + a.x * (b.w, -b.z, b.y, -b.x)) + a.y * (b.z, b.w, -b.x, -b.y)) - a.z * (b.y, -b.x, -b.w, b.z). A negated
+/// ((a.w * b + a.x * (b.w, -b.z, b.y, -b.x)) + a.y * (b.z, b.w, -b.x, -b.y)) + a.z * (-b.y, b.x, b.w, -b.z). A negated
 /// factor instead of a subtraction gives the same value, and keeps GCC 12 from contracting components that alternate
 /// between sums and differences into fused operations, which it does even if told not to. The signs come from two
-/// factors, (-b.x, b.y, -b.z, b.w) and -a: a second half of -a negates a second half of lanes.
+/// factors, the one of a.x, which is that of a.z in another order, and -a, a half of which negates a half of lanes.
 template <typename L>
 [[nodiscard]] constexpr _Rotation<float> product_by_lanes(const _Rotation<float>& a,
                                                           const _Rotation<float>& b) noexcept {
   const L left = std::bit_cast<L>(a);
   const L right = std::bit_cast<L>(b);
   const L minus_left = -left;
-  const L signed_right = negated<true, false, true, false>(right);
+  const L right_by_x = negated<false, true, false, true>(shuffled<3, 2, 1, 0>(right));
   const L by_w = spread<3>(left) * right;
-  const L by_x = spread<0>(left) * shuffled<3, 2, 1, 0>(signed_right);
+  const L by_x = spread<0>(left) * right_by_x;
   const L by_y = shuffled<1, 1, 1, 1>(left, minus_left) * shuffled<2, 3, 0, 1>(right);
-  const L by_z = shuffled<2, 2, 2, 2>(left, minus_left) * shuffled<1, 0, 3, 2>(signed_right);
-  return std::bit_cast<_Rotation<float>>(((by_w + by_x) + by_y) - by_z);
+  const L by_z = shuffled<2, 2, 2, 2>(minus_left, left) * shuffled<2, 3, 0, 1>(right_by_x);
+  return std::bit_cast<_Rotation<float>>(((by_w + by_x) + by_y) + by_z);
 }
 /// Hamilton's product: rotating by a * b rotates by b first, then by a.
 [[nodiscard]] constexpr _Rotation<float> operator*(const _Rotation<float>& a, const _Rotation<float>& b) noexcept {
