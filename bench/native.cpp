@@ -64,6 +64,8 @@ void add(const std::string& filter, const std::string& name, Make make_a, MakeB 
   benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
     std::vector<A> a;
     std::vector<B> b;
+    a.reserve(kCount);
+    b.reserve(kCount);
     for (std::size_t i = 0; i < kCount; ++i) {
       a.push_back(from<A>(make_a(i)));
       b.push_back(from<B>(make_b(kCount + i)));
