@@ -1,6 +1,7 @@
 /// Matrices: independent roads to one result agree on random input, and the telling special values.
 /// The bounds are some two to five times the largest difference measured.
 #include <zeph/functions/vector3.h>
+#include <zeph/functions/vector4.h>
 #include <zeph/math3d/matrix_decomposition.h>
 
 #include "math_test.h"

@@ -6,13 +6,11 @@
 #include <type_traits>
 
 #include <zeph/functions/scalar.h>
-#include <zeph/functions/vector4.h>
 #include <zeph/math3d/lanes.h>
 #include <zeph/math3d/matrix.h>
 #include <zeph/math3d/rotation.h>
 #include <zeph/math3d/single.h>
 #include <zeph/math3d/vector3.h>
-#include <zeph/math3d/vector4.h>
 
 namespace zeph::math3d {
 
@@ -59,13 +57,18 @@ namespace zeph::math3d {
   return {turned.x, turned.y, turned.z};
 }
 
+/// (x * row 0 + y * row 1) + z * row 2, all four columns.
+template <typename L>
+[[nodiscard]] constexpr L sum_of_rows(const _Vector3<float>& v, const _Matrix<float>& m) noexcept {
+  const L xy = L::of(v.x, v.y);
+  return (spread<0>(xy) * L::load(&m.elements[0]) + spread<1>(xy) * L::load(&m.elements[4])) +
+         L::all(v.z) * L::load(&m.elements[8]);
+}
+
 template <typename L>
 [[nodiscard]] constexpr _Vector3<float> transform_coord_by_lanes(const _Vector3<float>& v,
                                                                  const _Matrix<float>& m) noexcept {
-  const L xy = L::of(v.x, v.y);
-  const L product = ((spread<0>(xy) * L::load(&m.elements[0]) + spread<1>(xy) * L::load(&m.elements[4])) +
-                     L::all(v.z) * L::load(&m.elements[8])) +
-                    L::load(&m.elements[12]);
+  const L product = sum_of_rows<L>(v, m) + L::load(&m.elements[12]);
   const L point = product / spread<3>(product);
   return {point[0], point[1], point[2]};
 }
@@ -79,9 +82,7 @@ template <typename L>
 template <typename L>
 [[nodiscard]] constexpr _Vector3<float> transform_normal_by_lanes(const _Vector3<float>& v,
                                                                   const _Matrix<float>& m) noexcept {
-  const L xy = L::of(v.x, v.y);
-  const L normal = (spread<0>(xy) * L::load(&m.elements[0]) + spread<1>(xy) * L::load(&m.elements[4])) +
-                   L::all(v.z) * L::load(&m.elements[8]);
+  const L normal = sum_of_rows<L>(v, m);
   return {normal[0], normal[1], normal[2]};
 }
 /// x * row 0 + y * row 1 + z * row 2, from the left; the translation plays no part.
