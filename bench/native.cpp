@@ -5,6 +5,7 @@
 #include <benchmark/benchmark.h>
 #include <zeph/functions/quaternion.h>
 #include <zeph/functions/vector3.h>
+#include <zeph/functions/vector4.h>
 #include <zeph/math3d/matrix_decomposition.h>
 #include <zeph/math3d/matrix_transforms.h>
 
@@ -129,16 +130,23 @@ void add_native_benchmarks(const std::string& filter) {
   add<AlignedQuat, AlignedQuat>(filter, "native quaternion multiply|glm simd", unit, unit, multiply);
   add<Eigen::Quaternionf, Eigen::Quaternionf>(filter, "native quaternion multiply|eigen", unit, unit, multiply);
 
+  const auto glm_point = [](const auto& v, const auto& m) { return glm::vec3(m * glm::vec4(v, 1.0F)); };
+  const auto glm_aligned_point = [](const auto& v, const auto& m) { return glm::vec3(m * glm::aligned_vec4(v, 1.0F)); };
+  const auto eigen_point = [](const auto& v, const auto& m) -> Eigen::Vector3f { return m * v; };
   add<V, M>(filter, "native point transform|ours", unit, numbers, multiply);
   add<V, AlignedMatrix>(filter, "native point transform|aligned", unit, numbers,
                         [](const V& v, const AlignedMatrix& m) { return v * *std::assume_aligned<16>(&m); });
-  add<glm::vec3, glm::mat4>(filter, "native point transform|glm", unit, numbers,
-                            [](const auto& v, const auto& m) { return glm::vec3(m * glm::vec4(v, 1.0F)); });
-  add<glm::vec3, glm::aligned_mat4>(
-      filter, "native point transform|glm simd", unit, numbers,
-      [](const auto& v, const auto& m) { return glm::vec3(m * glm::aligned_vec4(v, 1.0F)); });
-  add<Eigen::Vector3f, Transform>(filter, "native point transform|eigen", unit, numbers,
-                                  [](const auto& v, const auto& m) -> Eigen::Vector3f { return m * v; });
+  add<glm::vec3, glm::mat4>(filter, "native point transform|glm", unit, numbers, glm_point);
+  add<glm::vec3, glm::aligned_mat4>(filter, "native point transform|glm simd", unit, numbers, glm_aligned_point);
+  add<Eigen::Vector3f, Transform>(filter, "native point transform|eigen", unit, numbers, eigen_point);
+
+  // Many points by one matrix, as they mostly come: the matrix is given by the first.
+  const auto first = [](std::size_t) { return numbers(kCount); };
+  add<V, M, true>(filter, "native points by one matrix|ours", unit, first, multiply);
+  add<glm::vec3, glm::mat4, true>(filter, "native points by one matrix|glm", unit, first, glm_point);
+  add<glm::vec3, glm::aligned_mat4, true>(filter, "native points by one matrix|glm simd", unit, first,
+                                          glm_aligned_point);
+  add<Eigen::Vector3f, Transform, true>(filter, "native points by one matrix|eigen", unit, first, eigen_point);
 
   add<V, M>(filter, "native normal transform|ours", unit, numbers,
             [](const V& v, const M& m) { return ours::vector3_transform_normal(v, m); });
@@ -175,17 +183,6 @@ void add_native_benchmarks(const std::string& filter) {
                                           const Eigen::Vector4f projected = m * v.homogeneous();
                                           return projected.template head<3>() / projected.w();
                                         });
-
-  // Many points by one matrix, as they mostly come: the matrix is given by the first.
-  const auto first = [](std::size_t) { return numbers(kCount); };
-  add<V, M, true>(filter, "native points by one matrix|ours", unit, first, multiply);
-  add<glm::vec3, glm::mat4, true>(filter, "native points by one matrix|glm", unit, first,
-                                  [](const auto& v, const auto& m) { return glm::vec3(m * glm::vec4(v, 1.0F)); });
-  add<glm::vec3, glm::aligned_mat4, true>(
-      filter, "native points by one matrix|glm simd", unit, first,
-      [](const auto& v, const auto& m) { return glm::vec3(m * glm::aligned_vec4(v, 1.0F)); });
-  add<Eigen::Vector3f, Transform, true>(filter, "native points by one matrix|eigen", unit, first,
-                                        [](const auto& v, const auto& m) -> Eigen::Vector3f { return m * v; });
 
   add<Q, Q>(filter, "native slerp|ours", unit, unit, [](const Q& a, const Q& b) { return ours::slerp(a, b, 0.25F); });
   add<glm::quat, glm::quat>(filter, "native slerp|glm", unit, unit,
